@@ -1,0 +1,62 @@
+// ExportControl stands between the front end and the switcher: one worker thread, one queue.
+//
+// The front end's thread creates it, pushes commands, runs results that are handed over, and
+// releases it. The posting operations may be called from any thread. Lock order: controlMutex
+// before handoverMutex, controlMutex before any lock of the switcher side; queueMutex is a leaf.
+#pragma once
+
+#include "control/export_command.h"
+#include "control/export_control_listener.h"
+#include "control/switcher_side.h"
+#include "control/ui_command_handler.h"
+#include "control/wait_primitives.h"
+#include "host/export_record.h"
+
+#include <cstdint>
+
+namespace mixdecks {
+
+/// The two sides that ExportControl joins and knows by their signatures alone.
+struct ExportControlParts {
+  SwitcherSideFactory createSwitcherSide = nullptr;
+  DocumentReader readDocument = nullptr;
+};
+
+class ExportControl {
+ public:
+  /// Starts the worker and creates the switcher side. Null when a system object is missing;
+  /// passes the integer 1 through when the switcher service is absent. The caller then sets the
+  /// listener and the host record; until both are set no command has an effect.
+  static ExportControl* Create(ExportGlobals* hostContext, const ExportControlParts& parts);
+
+  // The front end's thread.
+  void Connect(const char16_t* address);
+  /// Reads the document right here and pushes the export. Pushes nothing when reading fails.
+  void Export(const char16_t* name, std::uint32_t slot, bool premultiply,
+              std::int32_t mediaPlayer);
+  /// Waits for the command being dispatched. Null begins the closing: a worker that waits for
+  /// this thread is let go, and no further result reaches a handler.
+  void SetHostRecord(ExportRecord* record);
+  void SetListener(ExportControlListener* listener);
+  /// Runs the result that is waiting, if any, through `handler`. Answer to `WakeUIThread`.
+  void RunPendingUICommand(UICommandHandler* handler);
+  /// Drops a reference; the last one joins the worker and destroys the object. The new count.
+  std::int32_t Release();
+
+  // Any thread. Text is copied.
+  void PostConnectResult(bool connected, std::uint32_t reason, std::uint32_t stillsCount,
+                         std::int32_t mediaPlayerCount);
+  void PostExportFinished(bool success);
+  void PostStillInfo(std::uint32_t slot, bool inUse, const char16_t* name);
+  void PostDisconnected();
+  void PostMessageBox(const char16_t* caption, const char16_t* message);
+
+  ExportControl(const ExportControl&) = delete;
+  ExportControl& operator=(const ExportControl&) = delete;
+
+ private:
+  ExportControl();
+  ~ExportControl();
+};
+
+}  // namespace mixdecks
