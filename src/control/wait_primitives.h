@@ -63,6 +63,9 @@ int JoinWaitThread(WaitThread thread, std::uintptr_t* exitCode) noexcept;
 int JoinWaitThreadUnlessSelf(WaitThread thread, std::uintptr_t* exitCode,
                              std::uint32_t threadId) noexcept;
 
+/// The id of the calling thread, never 0.
+std::uint32_t CurrentWaitThreadId() noexcept;
+
 /// Holds a `WaitMutex` from its construction to its end.
 class WaitLock {
  public:
