@@ -41,9 +41,9 @@ struct ExportCommand {
   bool hasAlpha = false;    ///< the image has an alpha channel
   std::uint32_t index = 0;  ///< slots count from 0
   std::int32_t extra = 0;   ///< media players count from 0; negative for none
-  Text text;
-  Text text2;
-  HeapBlock image;           ///< BGRA pixels, rows without gaps
+  Text text{};
+  Text text2{};
+  HeapBlock image{};         ///< BGRA pixels, rows without gaps
   std::uint32_t reason = 0;  ///< four-character code of a failed connect, or 0
 };
 

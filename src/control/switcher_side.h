@@ -1,12 +1,12 @@
 // What ExportControl needs of the switcher and of the document, without knowing either.
 #pragma once
 
+#include <cstdint>
+#include <memory>
+
 #include "host/export_record.h"
 #include "platform/heap.h"
 #include "platform/result.h"
-
-#include <cstdint>
-#include <memory>
 
 namespace mixdecks {
 
