@@ -6,7 +6,6 @@ namespace mixdecks::testing {
 namespace {
 
 constexpr int kTextControl = 0xFFFF;
-constexpr int kIconControl = 20;
 
 struct Answering {
   std::vector<ShownBox> boxes;
@@ -26,13 +25,24 @@ bool IsBox(HWND window) {
   return std::string(className) == "#32770";
 }
 
+// The icon's control has another number on each system: it is known by its style.
+bool HasIcon(HWND box) {
+  for (HWND child = GetWindow(box, GW_CHILD); child != nullptr;
+       child = GetWindow(child, GW_HWNDNEXT)) {
+    const LONG_PTR style = GetWindowLongPtrA(child, GWL_STYLE);
+    const bool holdsIcons = (style & SS_TYPEMASK) == SS_ICON;
+    if (holdsIcons && SendMessageA(child, STM_GETICON, 0, 0) != 0) return true;
+  }
+  return false;
+}
+
 // The box is looked at when it becomes active; its answer is posted, so that it closes from its
 // own message loop.
 LRESULT CALLBACK WatchWindows(int code, WPARAM wParam, LPARAM lParam) {
   const auto window = reinterpret_cast<HWND>(wParam);
   if (code == HCBT_ACTIVATE && IsBox(window)) {
-    answering->boxes.push_back({TextOf(GetDlgItem(window, kTextControl)), TextOf(window),
-                                GetDlgItem(window, kIconControl) != nullptr});
+    answering->boxes.push_back(
+        {TextOf(GetDlgItem(window, kTextControl)), TextOf(window), HasIcon(window)});
     if (*answering->pumped) (*answering->pumped)();
     PostMessageA(window, WM_COMMAND, IDOK, 0);
   }
