@@ -1,9 +1,10 @@
 // The one door of the pixel conversion library.
 #pragma once
 
-#include "pixelconvert/pixel_format.h"
-
 #include <cstdint>
+
+#include "pixelconvert/conversion_grid.h"
+#include "pixelconvert/pixel_format.h"
 
 namespace mixdecks {
 

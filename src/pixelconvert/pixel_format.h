@@ -1,11 +1,11 @@
-// The seventeen pixel formats of the library: their codes and the bytes of a row.
+// The seventeen pixel formats of the library: codes, names, and the bytes of a row.
 //
 // Everything here is constexpr and may be used from any thread.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <string_view>
 
 namespace mixdecks {
@@ -43,5 +43,106 @@ inline constexpr PixelFormatCode kR12Little = 0x5231324C;  ///< `R12L`: little-e
 inline constexpr PixelFormatCode k2vuy = 0x32767579;  ///< 8 bits: Cb Y0 Cr Y1
 inline constexpr PixelFormatCode kV210 = 0x76323130;  ///< 10 bits: six pixels in 16 bytes
 inline constexpr PixelFormatCode kAy10 = 0x61793130;  ///< 10 bits, with alpha in every pixel
+
+/// How a row fills memory: units of `pixels` pixels that take `bytes` bytes, the last one whole.
+struct RowUnit {
+  std::uint32_t pixels;
+  std::uint32_t bytes;
+
+  /// The bytes that a row of `width` pixels occupies. A stride may be larger, never smaller.
+  constexpr std::size_t RowBytes(std::uint32_t width) const {
+    return (std::size_t{width} + pixels - 1) / pixels * bytes;
+  }
+};
+
+// One home for each way of filling a row; converters and catalogue both name these.
+inline constexpr RowUnit kFourBytePixel{1, 4};
+inline constexpr RowUnit kThreeBytePixel{1, 3};
+inline constexpr RowUnit kTwelveBitGroup{8, 36};
+inline constexpr RowUnit k2vuyRead{1, 2};     ///< read up to the last pixel's own two bytes …
+inline constexpr RowUnit k2vuyWritten{2, 4};  ///< … but always written in whole pairs
+inline constexpr RowUnit kV210Group{6, 16};
+inline constexpr RowUnit kAy10Block{4, 16};
+
+enum class ColourModel : std::uint8_t { kRgb, kYuv };
+
+/// The span of the samples: full uses every value, video keeps black at 16 and white at 235 (64 and
+/// 940 in ten bits).
+enum class SampleRange : std::uint8_t { kFull, kVideo };
+
+struct PixelFormat {
+  PixelFormatCode code;
+  std::string_view name;
+  std::uint8_t depth;  ///< bits of a sample
+  ColourModel model;
+  SampleRange range;
+  bool source;             ///< at least one pair reads it
+  bool destination;        ///< at least one pair writes it
+  RowUnit sourceRow;       ///< bytes read
+  RowUnit destinationRow;  ///< bytes written
+};
+
+/// All formats, in the order of the conversion grid.
+inline constexpr std::array<PixelFormat, 17> kPixelFormats = [] {
+  using enum ColourModel;
+  using enum SampleRange;
+  return std::array<PixelFormat, 17>{{
+      // clang-format off
+      // code             name    depth model  range  source dest.  row read         row written
+      {kArgb32,          "32",    8, kRgb, kFull,  true,  true,  kFourBytePixel,  kFourBytePixel},
+      {kBgra,            "BGRA",  8, kRgb, kFull,  true,  true,  kFourBytePixel,  kFourBytePixel},
+      {kRgba,            "RGBA",  8, kRgb, kFull,  true,  true,  kFourBytePixel,  kFourBytePixel},
+      {kBgrx,            "BGRX",  8, kRgb, kFull,  true,  false, kFourBytePixel,  kFourBytePixel},
+      {kRgb3,            "RGB3",  8, kRgb, kFull,  true,  true,  kThreeBytePixel, kThreeBytePixel},
+      {kR210Video,       "r210", 10, kRgb, kVideo, true,  true,  kFourBytePixel,  kFourBytePixel},
+      {kR210Full,        "R210", 10, kRgb, kFull,  true,  true,  kFourBytePixel,  kFourBytePixel},
+      {kR10BigVideo,     "R10b", 10, kRgb, kVideo, true,  true,  kFourBytePixel,  kFourBytePixel},
+      {kR10LittleVideo,  "R10l", 10, kRgb, kVideo, true,  true,  kFourBytePixel,  kFourBytePixel},
+      {kR10BigFull,      "R10B", 10, kRgb, kFull,  true,  true,  kFourBytePixel,  kFourBytePixel},
+      {kR10LittleFull,   "R10L", 10, kRgb, kFull,  true,  true,  kFourBytePixel,  kFourBytePixel},
+      {kR10Alpha,        "R10A", 10, kRgb, kFull,  true,  true,  kFourBytePixel,  kFourBytePixel},
+      {kR12Big,          "R12B", 12, kRgb, kFull,  true,  true,  kTwelveBitGroup, kTwelveBitGroup},
+      {kR12Little,       "R12L", 12, kRgb, kFull,  true,  true,  kTwelveBitGroup, kTwelveBitGroup},
+      {k2vuy,            "2vuy",  8, kYuv, kVideo, true,  true,  k2vuyRead,       k2vuyWritten},
+      {kV210,            "v210", 10, kYuv, kVideo, true,  true,  kV210Group,      kV210Group},
+      {kAy10,            "ay10", 10, kYuv, kVideo, true,  true,  kAy10Block,      kAy10Block},
+      // clang-format on
+  }};
+}();
+
+/// The catalogue's entry for a code, or null for a code that is no format.
+constexpr const PixelFormat* FindPixelFormat(PixelFormatCode code) {
+  for (const PixelFormat& format : kPixelFormats) {
+    if (format.code == code) return &format;
+  }
+  return nullptr;
+}
+
+/// The format of a name as written in the catalogue ("BGRA", "32"; the case counts), or null.
+constexpr const PixelFormat* FindPixelFormat(std::string_view name) {
+  for (const PixelFormat& format : kPixelFormats) {
+    if (format.name == name) return &format;
+  }
+  return nullptr;
+}
+
+/// A format's name, empty for a code that is no format.
+constexpr std::string_view PixelFormatName(PixelFormatCode code) {
+  const PixelFormat* format = FindPixelFormat(code);
+  return format ? format->name : std::string_view{};
+}
+
+/// The bytes a converter reads from a row of `width` pixels; 0 for a code that is no format.
+constexpr std::size_t SourceRowBytes(PixelFormatCode code, std::uint32_t width) {
+  const PixelFormat* format = FindPixelFormat(code);
+  return format ? format->sourceRow.RowBytes(width) : 0;
+}
+
+/// The bytes a converter writes to a row of `width` pixels, padding of the last unit included; 0
+/// for a code that is no format. A destination row must have room for them.
+constexpr std::size_t DestinationRowBytes(PixelFormatCode code, std::uint32_t width) {
+  const PixelFormat* format = FindPixelFormat(code);
+  return format ? format->destinationRow.RowBytes(width) : 0;
+}
 
 }  // namespace mixdecks
