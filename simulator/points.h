@@ -6,6 +6,7 @@
 // No lock of the simulator is held at a point.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -47,12 +48,23 @@ enum class Point : std::uint8_t {
   kSwitcherNotified  ///< it came back; number: 0
 };
 
+inline constexpr std::size_t kPointCount = static_cast<std::size_t>(Point::kSwitcherNotified) + 1;
+
+/// What a script can make of a point, beside disconnecting, waiting and other stations' doings.
+enum class PointKind : std::uint8_t {
+  kCall,          ///< a call that can be made to fail
+  kHonouredCall,  ///< a call that never fails for a script: the client's clean-up relies on it
+  kUpload,        ///< a stage of an upload, which can be made to fail or be cancelled
+  kHappening,     ///< anything else
+};
+
 /// What the number of a point counts.
 enum class PointNumber : std::uint8_t { kNone, kSlot, kPlayer };
 
 struct PointInfo {
   Point point;
   std::string_view name;  ///< as scenarios write it, `GetName` or `UploadHalfway`
+  PointKind kind;
   PointNumber number;
 };
 
