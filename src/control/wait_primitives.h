@@ -2,7 +2,8 @@
 //
 // All logic is written against these operations alone. Each returns a plain integer, 0 for
 // success; none throws. Any thread may call any of them. The Windows adapter uses kernel objects,
-// the portable one gives the same table of operations and results.
+// the portable one gives the same table of operations and results. Locking, unlocking, signalling
+// and waiting fail on an object that was not created; destroying it does nothing.
 #pragma once
 
 #include <cstdint>
@@ -42,7 +43,7 @@ int UnlockWaitMutex(WaitMutex& mutex) noexcept;
 
 /// Makes both events, unsignalled. 0, or 1 on failure, with `pair` unchanged.
 int CreateWaitEventPair(WaitEventPair& pair) noexcept;
-/// Always 0; does nothing to an empty pair.
+/// Always 0. Nobody may wait for the pair.
 int DestroyWaitEventPair(WaitEventPair& pair) noexcept;
 /// Wakes the waiter, or the next one to wait. Two signals before a wait count as one. 0, or 1.
 int SignalWaitEvent(WaitEventPair& pair) noexcept;
