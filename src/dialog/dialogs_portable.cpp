@@ -1,0 +1,9 @@
+#include "dialog/dialogs.h"
+
+namespace mixdecks {
+
+HostDialogs SystemDialogs() {
+  return HeadlessDialogs();
+}
+
+}  // namespace mixdecks
