@@ -11,6 +11,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace mixdecks::simulator {
@@ -27,6 +28,9 @@ enum class FrameAlpha : std::uint8_t {
   kStraight,       ///< colours are not multiplied
 };
 
+/// `opaque`, `premultiplied` or `straight`.
+std::string_view AlphaText(FrameAlpha alpha) noexcept;
+
 /// The still in a slot.
 struct Still {
   std::u16string name;
@@ -37,6 +41,7 @@ struct Still {
   std::uint32_t checksum = 0;  ///< CRC-32 of the frame's bytes
 
   std::uint64_t Bytes() const noexcept { return std::uint64_t{4} * width * height; }
+  friend bool operator==(const Still&, const Still&) = default;
 };
 
 /// All of a pool but the frames. Slots and players count from 0.
@@ -44,6 +49,7 @@ struct PoolContents {
   std::uint32_t mode = 0;                             ///< the switcher's video mode
   std::vector<std::optional<Still>> slots;            ///< nothing in a slot without a still
   std::vector<std::optional<std::uint32_t>> players;  ///< the slot each player shows
+  friend bool operator==(const PoolContents&, const PoolContents&) = default;
 };
 
 /// A pool that cannot be used. The text says which folder or file, why, and what to do.
