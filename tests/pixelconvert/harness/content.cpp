@@ -62,23 +62,9 @@ std::vector<std::uint8_t> RandomBytes(std::size_t count, Random& random) {
   return bytes;
 }
 
-int BitsOf(const Format& format) {
-  switch (format.kind) {
-    case Kind::kRgb8:
-      return 8;
-    case Kind::kRgb10:
-      return 10;
-    case Kind::kRgb12:
-      return 12;
-    case Kind::kYuv:
-      break;
-  }
-  return format.code == k2vuy ? 8 : 10;
-}
-
 std::vector<std::uint8_t> MakeYuvRow(const Format& format, std::size_t width,
                                      const Samples& samples) {
-  const int bits = BitsOf(format);
+  const int bits = DepthOf(format);
   std::vector<PixelPair> pairs(PairsOfRow(format.code, width));
   for (std::size_t k = 0; k < pairs.size(); ++k) {
     pairs[k] = {{samples(2 * k, 1, bits), samples(2 * k, 2, bits)},
@@ -90,7 +76,7 @@ std::vector<std::uint8_t> MakeYuvRow(const Format& format, std::size_t width,
 
 std::vector<std::uint8_t> MakeRgbRow(const Format& format, std::size_t width,
                                      const Samples& samples) {
-  const int bits = BitsOf(format);
+  const int bits = DepthOf(format);
   const std::size_t count = format.kind == Kind::kRgb12 ? (width + 7) / 8 * 8 : width;
   std::vector<Colour> pixels(count);
   for (std::size_t x = 0; x < count; ++x) {

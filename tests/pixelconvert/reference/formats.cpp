@@ -27,6 +27,20 @@ const Format& FormatNamed(std::string_view name) {
   throw std::out_of_range("no pixel format is named " + std::string(name));
 }
 
+int DepthOf(const Format& format) {
+  switch (format.kind) {
+    case Kind::kRgb8:
+      return 8;
+    case Kind::kRgb10:
+      return 10;
+    case Kind::kRgb12:
+      return 12;
+    case Kind::kYuv:
+      break;
+  }
+  return format.code == k2vuy ? 8 : 10;
+}
+
 std::size_t SourceRowBytes(PixelFormatCode code, std::size_t width) {
   switch (code) {
     case kRgb3:

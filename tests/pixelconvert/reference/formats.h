@@ -43,6 +43,9 @@ inline constexpr std::array<Format, 17> kFormats = {{
 const Format& FormatOf(PixelFormatCode code);
 const Format& FormatNamed(std::string_view name);
 
+/// Bits of a sample.
+int DepthOf(const Format& format);
+
 /// Bytes of a row that a converter may read.
 std::size_t SourceRowBytes(PixelFormatCode code, std::size_t width);
 
