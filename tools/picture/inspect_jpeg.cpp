@@ -50,6 +50,19 @@ PictureHeader ReadFrame(std::span<const std::uint8_t> segment) {
   return header;
 }
 
+/// A table has a code of 1 to 16 bits for each of at most 256 symbols; the decoder relies on it.
+void CheckHuffmanTables(std::span<const std::uint8_t> segment) {
+  ByteReader reader(segment);
+  while (reader.Remaining() > 0) {
+    reader.Skip(1);
+    std::uint32_t symbols = 0;
+    for (const std::uint8_t codesOfLength : reader.Take(16))
+      symbols += codesOfLength;
+    if (symbols > 256) throw DamagedPicture("a code table has too many symbols");
+    reader.Skip(symbols);
+  }
+}
+
 /// The next marker, past fill bytes, or past a scan's data with its stuffed zeros and restarts.
 std::uint8_t NextMarker(ByteReader& reader, bool insideScan) {
   for (;;) {
@@ -80,6 +93,7 @@ PictureHeader InspectJpeg(std::span<const std::uint8_t> file) {
     const std::uint16_t length = reader.Big16();
     if (length < 2) throw DamagedPicture("a segment without a length");
     const auto segment = reader.Take(length - 2u);
+    if (marker == kHuffmanTables) CheckHuffmanTables(segment);
     if (IsFrame(marker)) {
       header = ReadFrame(segment);
       frameSeen = true;
