@@ -19,7 +19,7 @@ struct HostChannel {
   std::int32_t levels = 1;  ///< what the host gives as count of levels
   /// Rows of `bounds` without gaps between them, each rounded up to whole bytes; samples of 16 bits
   /// in the byte order of this machine and from 0 to 32768. Empty: every sample is zero.
-  std::vector<std::byte> samples;
+  std::vector<std::byte> samples{};
 };
 
 /// A document as the host describes it in its record.
@@ -30,9 +30,9 @@ struct HostDocument {
   std::int16_t planes = 3;
   std::int16_t imageMode = kImageModeRgb;
   std::string fileName = "Untitled-1.psd";  ///< in the host's code page; cut after 255 bytes
-  std::vector<HostChannel> composite;       ///< red, green, blue
-  std::optional<HostChannel> transparency;
-  std::vector<HostChannel> extraAlpha;
+  std::vector<HostChannel> composite{};     ///< red, green, blue
+  std::optional<HostChannel> transparency{};
+  std::vector<HostChannel> extraAlpha{};
 };
 
 /// The host's 16-bit scale: 0 to 65535 becomes 0 to 32768, rounded to nearest.

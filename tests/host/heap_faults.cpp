@@ -1,0 +1,28 @@
+#include "tests/host/heap_faults.h"
+
+#include <cstdlib>
+
+#include "platform/heap.h"
+
+namespace mixdecks {
+
+HeapFaults& Heap() {
+  static HeapFaults heap;
+  return heap;
+}
+
+void* HeapAllocate(std::size_t bytes) noexcept {
+  HeapFaults& heap = Heap();
+  heap.requests.push_back(bytes);
+  if (static_cast<int>(heap.requests.size()) == heap.failAt || bytes > heap.limit) return nullptr;
+  ++heap.live;
+  return std::malloc(bytes);
+}
+
+void HeapRelease(void* block) noexcept {
+  if (block == nullptr) return;
+  --Heap().live;
+  std::free(block);
+}
+
+}  // namespace mixdecks
