@@ -77,6 +77,7 @@ std::optional<Point> FindPoint(std::string_view name) noexcept;
 struct PointVisit {
   Point point;
   std::uint32_t number;  ///< slot or player from 0; 0 where the point has none
+  std::uint32_t event;   ///< what a `Notify` tells; 0 at other points
   std::uint32_t count;   ///< arrivals at this point so far, this one included
 };
 

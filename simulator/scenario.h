@@ -33,6 +33,7 @@ struct ScriptStep {
   Point at{};
   Action action{};
   std::optional<std::uint32_t> number;  ///< only at this slot or player; else at any
+  std::optional<std::uint32_t> event;   ///< only for this event of a `Notify`; else for any
   std::uint32_t call = 1;             ///< from which arrival on, counted from 1 over those that fit
   std::uint32_t times = 1;            ///< at how many of them; `kAlways` for all that follow
   std::uint32_t reason = 0;           ///< of a failing `ConnectTo`, a four-character code or 0

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -56,8 +57,13 @@ class SwitcherSimulator {
   /// removes it; a call of the former one may still be under way.
   void SetPointHook(Point point, PointHook hook);
 
-  // What the equipment or another station does.
+  // What the equipment or another station does. Slots that do not exist, unknown modes and what
+  // comes after `Shutdown` are ignored. Throws `PoolError` when the pool cannot keep a change.
   void Disconnect();
+  /// Stores a frame of the switcher's present mode, rows of width * 4 bytes.
+  void StoreStill(std::uint32_t slot, std::u16string_view name,
+                  std::span<const std::uint8_t> frame);
+  /// An empty slot has no name and gets none.
   void RenameStill(std::uint32_t slot, std::u16string_view name);
   void ClearStill(std::uint32_t slot);
   void ChangeVideoMode(std::uint32_t mode);
