@@ -8,6 +8,7 @@
 
 #include <iostream>
 
+//   --sse2-only        the processor must refuse later instructions
 #include "tests/pixelconvert/harness/options.h"
 #include "tests/pixelconvert/proof_plan.h"
 

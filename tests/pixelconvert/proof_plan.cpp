@@ -61,8 +61,15 @@ std::string_view NameOf(Effort effort) {
 }  // namespace
 
 Plan ThePlan() {
-  const Effort effort = TheOptions().effort;
-  return {effort, 3, 2, effort == Effort::kFull ? std::size_t{4} : std::size_t{1}};
+  switch (TheOptions().effort) {
+    case Effort::kSmall:
+      return {Effort::kSmall, 3, 2, 1};
+    case Effort::kFull:
+      return {Effort::kFull, 5, 3, 12};
+    case Effort::kDefault:
+      break;
+  }
+  return {Effort::kDefault, 3, 2, 3};
 }
 
 std::vector<Conversion> AllConversions() {

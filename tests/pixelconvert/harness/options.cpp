@@ -50,6 +50,10 @@ bool ParseOption(std::string_view argument, Options& options, bool& known) {
     options.effort = Effort::kSmall;
     return true;
   }
+  if (argument == "--sse2-only") {
+    options.sse2Only = true;
+    return true;
+  }
   if (const auto seed = ValueOf(argument, "--seed=")) return ParseNumber(*seed, options.seed);
   if (const auto pair = ValueOf(argument, "--pair=")) return ParsePair(*pair, options);
   if (const auto width = ValueOf(argument, "--width=")) {
@@ -74,7 +78,7 @@ std::string_view EffortArgument(Effort effort) {
 }  // namespace
 
 Options& TheOptions() {
-  static Options options = {kNaturalEffort, 1, {}, {}, {}};
+  static Options options = {.effort = kNaturalEffort};
   return options;
 }
 
