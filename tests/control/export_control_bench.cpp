@@ -48,7 +48,7 @@ class BenchSide : public SwitcherSide {
 
 std::unique_ptr<SwitcherSide> MakeSide(ExportGlobals* globals, ExportControl& control) {
   ExportControlBench& bench = *static_cast<BenchGlobals*>(globals)->bench;
-  if (bench.onCreate) bench.onCreate();
+  if (bench.onCreate) bench.onCreate(control);
   return std::make_unique<BenchSide>(bench, control);
 }
 

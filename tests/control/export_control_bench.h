@@ -85,7 +85,7 @@ struct ExportControlBench {
   ExportControl* control = nullptr;
 
   std::function<void()> onWake;
-  std::function<void()> onCreate;                    ///< inside the factory
+  std::function<void(ExportControl&)> onCreate;      ///< inside the factory
   std::function<void(ExportControl&)> onConnect;     ///< worker
   std::function<void(const StillExport&)> onExport;  ///< worker
   std::function<void(ExportControl&)> onDestroySide;

@@ -248,7 +248,7 @@ TEST_F(ExportControls, TakeWhatTheSwitcherSidePostsToTheEnd) {
 
 TEST(ExportControlCreation, PassesTheMissingServiceThrough) {
   ExportControlBench bench;
-  bench.onCreate = [] { throw 1; };
+  bench.onCreate = [](ExportControl&) { throw 1; };
   try {
     bench.Create();
     ADD_FAILURE() << "nothing was thrown";
