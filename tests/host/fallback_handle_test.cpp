@@ -5,8 +5,8 @@
 
 #include <cstring>
 
-#include "host/data_handle.h"
 #include "host/movable_memory.h"
+#include "host/plugin_entry.h"
 #include "tests/host/heap_faults.h"
 
 namespace mixdecks {
@@ -114,6 +114,23 @@ TEST_F(FallbackHandle, AWordThatIsNoHandleIsRefused) {
   EXPECT_EQ(LockWithoutHost(word, kSize), nullptr);
   DisposeFallbackHandle(word);
   EXPECT_EQ(LastHandleError(), kHandleErrorNoHandle);
+}
+
+TEST_F(FallbackHandle, TheEntryTellsAHostWithoutProceduresThatMemoryIsShort) {
+  const HostDialogs dialogs{
+      .runAboutDialog = [](void*) -> std::intptr_t { return 0; },
+      .runExportDialog = [](void*, ExportGlobals*) -> std::intptr_t { return 0; }};
+  ExportRecord record{};
+  record.imageMode = kImageModeRgb;
+  for (int failAt = 1; failAt <= 3; ++failAt) {
+    Heap() = {.failAt = failAt};
+    std::intptr_t data = 0;
+    std::int16_t result = 77;
+    RunSelector(dialogs, static_cast<std::int16_t>(Selector::kStart), &record, &data, &result);
+    EXPECT_EQ(result, failAt <= 2 ? kHostResultNoMemory : kHostResultDone) << failAt;
+    EXPECT_EQ(data, 0) << failAt;
+    EXPECT_EQ(Heap().live, 0) << failAt;
+  }
 }
 
 }  // namespace
