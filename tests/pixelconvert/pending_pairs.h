@@ -14,10 +14,10 @@ struct PendingRow {
 };
 
 inline constexpr std::array<PendingRow, 16> kPendingPairs = {{
-    {"32", "BGRA RGBA r210 R210 R10b R10l R10B R10L R10A 2vuy v210"},
-    {"BGRA", "32 RGBA r210 R210 R10b R10l R10B R10L R10A R12B R12L 2vuy v210"},
-    {"RGBA", "32 BGRA RGB3 r210 R210 R10b R10l R10B R10L R10A 2vuy v210"},
-    {"RGB3", "32 BGRA RGBA r210 R210 R10b R10l R10B R10L R10A 2vuy v210"},
+    {"32", "BGRA RGBA r210 R210 R10b R10l R10B R10L R10A"},
+    {"BGRA", "32 RGBA r210 R210 R10b R10l R10B R10L R10A R12B R12L"},
+    {"RGBA", "32 BGRA RGB3 r210 R210 R10b R10l R10B R10L R10A"},
+    {"RGB3", "32 BGRA RGBA r210 R210 R10b R10l R10B R10L R10A"},
     {"r210", "32 BGRA RGBA RGB3 R210 R10b R10l R10B R10L R10A 2vuy v210"},
     {"R210", "32 BGRA RGBA RGB3 r210 R10b R10l R10B R10L R10A 2vuy v210"},
     {"R10b", "32 BGRA RGBA RGB3 r210 R210 R10l R10B R10L R10A 2vuy v210"},
@@ -27,7 +27,7 @@ inline constexpr std::array<PendingRow, 16> kPendingPairs = {{
     {"R10A", "32 BGRA RGBA RGB3 r210 R210 R10b R10l R10L R10A 2vuy v210"},
     {"R12B", "32 BGRA 2vuy v210"},
     {"R12L", "32 BGRA 2vuy v210"},
-    {"2vuy", "32 BGRA RGBA RGB3 r210 R210 R10b R10l R10B R10L R10A v210 ay10"},
+    {"2vuy", "r210 R210 R10b R10l R10B R10L R10A v210 ay10"},
     {"v210", "32 BGRA RGBA RGB3 r210 R210 R10b R10l R10B R10L R10A 2vuy"},
     {"ay10", ""},
 }};

@@ -1,0 +1,43 @@
+// The cells of the grid as the units of the source formats hold them.
+#pragma once
+
+#include <span>
+
+#include "pixelconvert/kernel_frame.h"
+#include "pixelconvert/pixel_converter.h"
+
+namespace mixdecks {
+
+/// One destination of a source format: a converter for each colour space, twice the same where the
+/// colour space has no say.
+struct ConverterCell {
+  PixelFormatCode destination;
+  PixelConverter rec601;
+  PixelConverter rec709;
+};
+
+using ConverterRow = std::span<const ConverterCell>;
+
+/// A cell that ignores the colour space.
+template <class Kernel>
+constexpr ConverterCell Cell(PixelFormatCode destination) {
+  return {destination, ConvertRows<Kernel>, ConvertRows<Kernel>};
+}
+
+/// A cell that crosses between RGB and YUV, with a kernel for each colour space.
+template <template <ColourSpaceIndex, class...> class Kernel, class... Parts>
+constexpr ConverterCell CrossingCell(PixelFormatCode destination) {
+  return {destination, ConvertRows<Kernel<kRec601, Parts...>>,
+          ConvertRows<Kernel<kRec709, Parts...>>};
+}
+
+// One row for each source format, in the unit that is named after it.
+ConverterRow RowFromArgb32();
+ConverterRow RowFromBgra();
+ConverterRow RowFromRgba();
+ConverterRow RowFromBgrx();
+ConverterRow RowFromRgb3();
+ConverterRow RowFrom2vuy();
+ConverterRow RowFromAy10();
+
+}  // namespace mixdecks

@@ -1,0 +1,159 @@
+// RGB formats as destinations of 4:2:2: clamps, packs and stores the pixels of a block of four
+// runs.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "pixelconvert/four_runs.h"
+#include "pixelconvert/layout_rgb10.h"
+#include "pixelconvert/pixel_format.h"
+#include "pixelconvert/sample_range.h"
+#include "pixelconvert/simd.h"
+#include "pixelconvert/yuv_site.h"
+
+namespace mixdecks {
+
+/// Two neighbouring pixels of each run, 32 bits each.
+struct PixelPair {
+  simd::Vector even;
+  simd::Vector odd;
+};
+
+/// Stores pixels of four bytes. `Layout::Pack` makes pixels of samples.
+template <class Layout>
+struct FourByteDestination {
+  static constexpr RowUnit kRow = kFourBytePixel;
+
+  template <std::size_t kSites>
+  static void Write(std::uint8_t* dst, const RgbSite (&sites)[kSites]) {
+#pragma GCC unroll 3
+    for (std::size_t x = 0; x < kSites; ++x) {
+      const PixelPair pixels = Layout::Pack(sites[x]);
+      ScatterPixels(dst + x * 8, kSites * 8, pixels.even, pixels.odd);
+    }
+  }
+};
+
+/// Four channels in memory order, clamped to bytes by the saturating pack.
+inline PixelPair PackBytes(simd::Vector first, simd::Vector second, simd::Vector third,
+                           simd::Vector fourth) {
+  const simd::Vector firstThird = _mm_packus_epi16(first, third);
+  const simd::Vector secondFourth = _mm_packus_epi16(second, fourth);
+  const simd::Vector low = _mm_unpacklo_epi8(firstThird, secondFourth);
+  const simd::Vector high = _mm_unpackhi_epi8(firstThird, secondFourth);
+  return {_mm_unpacklo_epi16(low, high), _mm_unpackhi_epi16(low, high)};
+}
+
+struct FullRange8 {
+  static constexpr int kDepth = 8;
+  static constexpr SampleRange kRange = SampleRange::kFull;
+
+  static simd::Vector Opaque() { return simd::Words(0xFF); }
+};
+
+struct BgraDestination : FullRange8, FourByteDestination<BgraDestination> {
+  static PixelPair Pack(const RgbSite& site) {
+    return PackBytes(site.blue, site.green, site.red, Opaque());
+  }
+};
+
+/// `BGRA` with the alpha of `ay10`.
+struct BgraVideoAlphaDestination : FullRange8, FourByteDestination<BgraVideoAlphaDestination> {
+  static PixelPair Pack(const RgbSite& site) {
+    return PackBytes(site.blue, site.green, site.red, VideoToFull8(site.alpha));
+  }
+};
+
+struct ArgbDestination : FullRange8, FourByteDestination<ArgbDestination> {
+  static PixelPair Pack(const RgbSite& site) {
+    return PackBytes(Opaque(), site.red, site.green, site.blue);
+  }
+};
+
+struct RgbaDestination : FullRange8, FourByteDestination<RgbaDestination> {
+  static PixelPair Pack(const RgbSite& site) {
+    return PackBytes(site.red, site.green, site.blue, Opaque());
+  }
+};
+
+/// Three bytes a pixel: two pixels are six bytes, stored as eight in rising order, so that each
+/// store puts right what the one before it wrote too much. The last one stores six.
+struct Rgb3Destination : FullRange8 {
+  static constexpr RowUnit kRow = kThreeBytePixel;
+
+  template <std::size_t kSites>
+  static void Write(std::uint8_t* dst, const RgbSite (&sites)[kSites]) {
+    simd::Vector pairs[kRuns / 2][kSites];  // [run 2n | run 2n + 1]
+#pragma GCC unroll 3
+    for (std::size_t x = 0; x < kSites; ++x) {
+      const RgbSite& site = sites[x];
+      const PixelPair pixels = PackBytes(site.red, site.green, site.blue, _mm_setzero_si128());
+      pairs[0][x] = CloseGaps(_mm_unpacklo_epi32(pixels.even, pixels.odd));
+      pairs[1][x] = CloseGaps(_mm_unpackhi_epi32(pixels.even, pixels.odd));
+    }
+    StoreRuns(dst, pairs[0], false);
+    StoreRuns(dst + kRuns / 2 * kSites * kPairBytes, pairs[1], true);
+  }
+
+ private:
+  static constexpr std::size_t kPairBytes = 6;
+
+  // [R G B 0 R G B 0] to [R G B R G B 0 0] in each half.
+  static simd::Vector CloseGaps(simd::Vector pixels) {
+    const simd::Vector first = _mm_set1_epi64x(0xFFFFFF);
+    return _mm_or_si128(_mm_and_si128(first, pixels),
+                        _mm_andnot_si128(first, _mm_srli_epi64(pixels, 8)));
+  }
+
+  template <std::size_t kSites>
+  static void StoreRuns(std::uint8_t* dst, const simd::Vector (&pairs)[kSites], bool last) {
+#pragma GCC unroll 3
+    for (std::size_t x = 0; x < kSites; ++x) {
+      simd::StoreLowHalf(dst, pairs[x]);
+      dst += kPairBytes;
+    }
+#pragma GCC unroll 3
+    for (std::size_t x = 0; x < kSites; ++x) {
+      if (last && x + 1 == kSites) {
+        simd::StoreHighSixBytes(dst, pairs[x]);
+      } else {
+        simd::StoreHighHalf(dst, pairs[x]);
+      }
+      dst += kPairBytes;
+    }
+  }
+};
+
+/// A 10-bit format. `kAlphaBits` fill the two low bits.
+template <ByteOrder kOrder, Alignment kAlignment, SampleRange kSampleRange, int kAlphaBits = 0>
+struct Rgb10Destination
+    : FourByteDestination<Rgb10Destination<kOrder, kAlignment, kSampleRange, kAlphaBits>> {
+  static constexpr int kDepth = 10;
+  static constexpr SampleRange kRange = kSampleRange;
+
+  static PixelPair Pack(const RgbSite& site) {
+    constexpr int up = kAlignment == Alignment::kHigh ? 2 : 0;
+    const simd::Vector blue = simd::ClampWords(site.blue, kLimit);
+    const simd::Vector green = simd::ClampWords(site.green, kLimit);
+    const simd::Vector red = simd::ClampWords(site.red, kLimit);
+    const simd::Vector high =
+        _mm_or_si128(_mm_slli_epi16(red, 4 + up), _mm_srli_epi16(green, 6 - up));
+    simd::Vector low = _mm_or_si128(_mm_slli_epi16(green, 10 + up), _mm_slli_epi16(blue, up));
+    if constexpr (kAlphaBits != 0) low = _mm_or_si128(low, simd::Words(kAlphaBits));
+    if constexpr (kOrder == ByteOrder::kBig) {
+      return Interleave(simd::SwapWordBytes(high), simd::SwapWordBytes(low));
+    } else {
+      return Interleave(low, high);
+    }
+  }
+
+ private:
+  static constexpr int kLimit = 1023;
+
+  static PixelPair Interleave(simd::Vector first, simd::Vector second) {
+    return {_mm_unpacklo_epi16(first, second), _mm_unpackhi_epi16(first, second)};
+  }
+};
+
+}  // namespace mixdecks

@@ -1,0 +1,117 @@
+// The sixteen-byte vector and the handful of idioms that the kernels are built from: SSE2 and
+// nothing later. A vector of words is written [a0 … a7], lane 0 first, as it lies in memory.
+#pragma once
+
+#include <emmintrin.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace mixdecks::simd {
+
+using Vector = __m128i;
+
+inline Vector Load(const std::uint8_t* from) {
+  return _mm_loadu_si128(reinterpret_cast<const Vector*>(from));
+}
+
+inline void Store(std::uint8_t* to, Vector v) {
+  _mm_storeu_si128(reinterpret_cast<Vector*>(to), v);
+}
+
+/// Eight bytes into the low half, the high half zero.
+inline Vector LoadHalf(const std::uint8_t* from) {
+  return _mm_loadl_epi64(reinterpret_cast<const Vector*>(from));
+}
+
+/// Four bytes into the lowest quarter, the rest zero.
+inline Vector LoadQuarter(const std::uint8_t* from) {
+  std::int32_t word;
+  std::memcpy(&word, from, sizeof(word));
+  return _mm_cvtsi32_si128(word);
+}
+
+inline void StoreLowHalf(std::uint8_t* to, Vector v) {
+  _mm_storel_epi64(reinterpret_cast<Vector*>(to), v);
+}
+
+inline void StoreHighHalf(std::uint8_t* to, Vector v) {
+  _mm_storeh_pd(reinterpret_cast<double*>(to), _mm_castsi128_pd(v));
+}
+
+/// The first six bytes of the high half.
+inline void StoreHighSixBytes(std::uint8_t* to, Vector v) {
+  const Vector half = _mm_unpackhi_epi64(v, v);
+  const std::int32_t four = _mm_cvtsi128_si32(half);
+  const auto two = static_cast<std::uint16_t>(_mm_extract_epi16(half, 2));
+  std::memcpy(to, &four, sizeof(four));
+  std::memcpy(to + sizeof(four), &two, sizeof(two));
+}
+
+/// Hints that a source is read once; may point behind the row, as a hint never faults.
+inline void PrefetchOnce(const std::uint8_t* from) {
+  _mm_prefetch(reinterpret_cast<const char*>(from), _MM_HINT_NTA);
+}
+
+inline Vector Bytes(int value) {
+  return _mm_set1_epi8(static_cast<char>(value));
+}
+
+inline Vector Words(int value) {
+  return _mm_set1_epi16(static_cast<std::int16_t>(value));
+}
+
+/// [low × 4 | high × 4]
+inline Vector WordHalves(int low, int high) {
+  const auto l = static_cast<std::int16_t>(low);
+  const auto h = static_cast<std::int16_t>(high);
+  return _mm_setr_epi16(l, l, l, l, h, h, h, h);
+}
+
+/// [even odd even odd …]
+inline Vector WordPairs(int even, int odd) {
+  const auto e = static_cast<std::int16_t>(even);
+  const auto o = static_cast<std::int16_t>(odd);
+  return _mm_setr_epi16(e, o, e, o, e, o, e, o);
+}
+
+/// [a.low | b.low]
+inline Vector LowHalves(Vector a, Vector b) {
+  return _mm_unpacklo_epi64(a, b);
+}
+
+/// [a.high | b.high]
+inline Vector HighHalves(Vector a, Vector b) {
+  return _mm_unpackhi_epi64(a, b);
+}
+
+/// [a.low | b.high]
+inline Vector OuterHalves(Vector a, Vector b) {
+  return _mm_castpd_si128(_mm_shuffle_pd(_mm_castsi128_pd(a), _mm_castsi128_pd(b), 0b10));
+}
+
+/// [a.high | b.low]
+inline Vector InnerHalves(Vector a, Vector b) {
+  return _mm_castpd_si128(_mm_shuffle_pd(_mm_castsi128_pd(a), _mm_castsi128_pd(b), 0b01));
+}
+
+/// Exchanges the two bytes of every word.
+inline Vector SwapWordBytes(Vector v) {
+  return _mm_or_si128(_mm_slli_epi16(v, 8), _mm_srli_epi16(v, 8));
+}
+
+/// Clamps signed words to 0 … limit.
+inline Vector ClampWords(Vector v, int limit) {
+  return _mm_max_epi16(_mm_min_epi16(v, Words(limit)), _mm_setzero_si128());
+}
+
+/// The sums of products of neighbouring words, shifted right and narrowed: the four of `a` in the
+/// low half, the four of `b` in the high half.
+template <int kShift>
+Vector WeighPairs(Vector a, Vector weightsA, Vector b, Vector weightsB) {
+  return _mm_packs_epi32(_mm_srai_epi32(_mm_madd_epi16(a, weightsA), kShift),
+                         _mm_srai_epi32(_mm_madd_epi16(b, weightsB), kShift));
+}
+
+}  // namespace mixdecks::simd

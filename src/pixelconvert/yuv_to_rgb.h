@@ -1,0 +1,124 @@
+// 4:2:2 to RGB, for every source and destination.
+//
+// Even pixels take their pair's chroma as it stands, odd pixels the average with the next pair,
+// rounded up. The products of a channel are summed in different groups at even and odd pixels, each
+// group shifted by itself; that difference is part of the result.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "pixelconvert/colour_matrix.h"
+#include "pixelconvert/four_runs.h"
+#include "pixelconvert/kernel_frame.h"
+#include "pixelconvert/simd.h"
+#include "pixelconvert/yuv_site.h"
+
+namespace mixdecks {
+
+/// Turns samples of one depth into RGB of another.
+template <int kFrom, int kTo, SampleRange kRange, ColourSpaceIndex kSpace>
+class InverseTransform {
+ public:
+  /// `interpolated` is the chroma of the odd pixels, laid out as the site's own.
+  static RgbSite Convert(const YuvSite& site, simd::Vector interpolated) {
+    const simd::Vector luma = Centre(site.luma, LumaOffset(kRange, kFrom));
+    const simd::Vector chroma = Centre(site.chroma, ChromaOffset(kFrom));
+    const simd::Vector between = Centre(interpolated, ChromaOffset(kFrom));
+
+    const simd::Vector even = _mm_unpacklo_epi16(chroma, luma);     // [Cb Y] × 4
+    const simd::Vector odd = _mm_unpackhi_epi16(between, luma);     // [Cr Y] × 4
+    const simd::Vector alone = simd::InnerHalves(chroma, between);  // [even Cr × 4 | odd Cb × 4]
+
+    // A group of two products in one channel, single products in the other two.
+    const simd::Vector green =
+        _mm_add_epi16(simd::WeighPairs<16>(even, simd::WordPairs(kM.greenFromCb, kM.luma),  //
+                                           odd, simd::WordPairs(kM.greenFromCr, kM.luma)),
+                      _mm_mulhi_epi16(alone, simd::WordHalves(kM.greenFromCr, kM.greenFromCb)));
+    const simd::Vector grouped = _mm_packs_epi32(  // [even blue | odd red]
+        _mm_srai_epi32(_mm_madd_epi16(even, simd::WordPairs(kM.blueFromCb, kM.BlueFromLuma())), 15),
+        _mm_srai_epi32(_mm_madd_epi16(odd, simd::WordPairs(kM.redFromCr, kM.luma)), 16));
+    const simd::Vector single = _mm_add_epi16(  // [even red | odd blue]
+        _mm_mulhi_epi16(luma, simd::Words(kM.luma)),
+        _mm_mulhi_epi16(_mm_mullo_epi16(alone, simd::WordHalves(1, 2)),
+                        simd::WordHalves(kM.redFromCr, kM.blueFromCb)));
+    return {.blue = simd::OuterHalves(grouped, single),
+            .green = green,
+            .red = simd::OuterHalves(single, grouped),
+            .alpha = site.alpha};
+  }
+
+ private:
+  static constexpr InverseMatrix kM = kInverseMatrix<kRange, kSpace>;
+  // Samples are brought to the scale at which every product of green and red has 16 bits behind the
+  // point, and blue's, whose weights have one bit less, 15.
+  static constexpr int kScale = 16 - (kInverseFraction + kFrom - kTo);
+
+  static simd::Vector Centre(simd::Vector samples, int offset) {
+    const simd::Vector centred = _mm_sub_epi16(samples, simd::Words(offset));
+    return kScale == 0 ? centred : _mm_slli_epi16(centred, kScale);
+  }
+};
+
+/// `RowEnd::RepeatsLastPair(width)` tells whether the chroma of the row's last odd pixel is its
+/// pair's own; if not, it is averaged with what follows the pair in the source row, or with zero
+/// where the row is over.
+template <ColourSpaceIndex kSpace, class Source, class Destination, class RowEnd>
+struct YuvToRgb {
+  static constexpr int kRun = Source::kRun;
+  static constexpr std::uint32_t kBlockPixels = kRuns * kRun;
+  static constexpr RowUnit kSourceRow = Source::kRow;
+  static constexpr RowUnit kDestinationRow = Destination::kRow;
+  static constexpr std::size_t kSourceBlock = kSourceRow.RowBytes(kBlockPixels);
+  static constexpr std::size_t kDestinationBlock = kDestinationRow.RowBytes(kBlockPixels);
+  static constexpr std::uint32_t kLookAhead = Source::kLookAhead;
+
+  struct Row {
+    void Begin(const std::uint8_t*) {}
+
+    void Convert(const std::uint8_t* src, std::uint8_t* dst) {
+      const auto sites = Source::Read(src);
+      const simd::Vector afterLast =
+          ShiftRunsDown(sites[0].chroma, Source::NextChroma(src + kSourceBlock));
+      RgbSite rgb[kSites];
+#pragma GCC unroll 3
+      for (std::size_t x = 0; x < kSites; ++x) {
+        const simd::Vector next = x + 1 < kSites ? sites[x + 1].chroma : afterLast;
+        rgb[x] = Transform::Convert(sites[x], _mm_avg_epu16(sites[x].chroma, next));
+      }
+      Destination::Write(dst, rgb);
+    }
+
+    void Finish(std::uint8_t* scratch, std::uint32_t pixels, std::uint32_t width) {
+      if (RowEnd::RepeatsLastPair(width)) Source::RepeatLastPair(scratch, pixels);
+    }
+  };
+
+ private:
+  static constexpr std::size_t kSites = kRun / 2;
+
+  using Transform =
+      InverseTransform<Source::kDepth, Destination::kDepth, Destination::kRange, kSpace>;
+
+  // Every run's first chroma moved to the run before; the fourth gets the next block's.
+  static simd::Vector ShiftRunsDown(simd::Vector firstChroma, ChromaPair next) {
+    simd::Vector shifted = _mm_srli_epi64(firstChroma, 16);
+    shifted = _mm_insert_epi16(shifted, next.cb, 3);
+    return _mm_insert_epi16(shifted, next.cr, 7);
+  }
+};
+
+/// The usual end: a row of whole blocks repeats its last pair.
+template <std::uint32_t kBlock>
+struct WholeBlocksRepeat {
+  static constexpr bool RepeatsLastPair(std::uint32_t width) { return width % kBlock == 0; }
+};
+
+/// The three common row widths that are no whole blocks of twelve end as if they were.
+struct CommonRowsRepeatToo {
+  static constexpr bool RepeatsLastPair(std::uint32_t width) {
+    return width == 1280 || width == 2048 || width == 4096 || width % 12 == 0;
+  }
+};
+
+}  // namespace mixdecks
