@@ -1,7 +1,6 @@
 // The wait primitives as an exploration sees them. Linked in place of a system's adapter.
 
 #include <functional>
-#include <utility>
 
 #include "control/wait_primitives.h"
 #include "tests/control/exploration.h"
@@ -42,11 +41,12 @@ int CreateWaitMutex(WaitMutex& mutex) noexcept {
   return mutex.handle == nullptr ? 1 : 0;
 }
 
+// A destroyed object's handle stays, so that whoever still uses it is found out.
 int DestroyWaitMutex(WaitMutex& mutex) noexcept {
   if (const MutexModel* model = Find(mutex)) {
     if (model->owner != nullptr) Run().Fail("a mutex was destroyed while somebody owned it");
   }
-  Run().Destroy(std::exchange(mutex.handle, nullptr));
+  Run().Destroy(mutex.handle);
   return 0;
 }
 
@@ -83,7 +83,7 @@ int DestroyWaitEventPair(WaitEventPair& pair) noexcept {
   if (const EventModel* model = Find(pair)) {
     if (model->signalled) Run().endedSignalled.insert(model->number);
   }
-  Run().Destroy(std::exchange(pair.record, nullptr));
+  Run().Destroy(pair.record);
   return 0;
 }
 
