@@ -32,13 +32,14 @@ enum class Action : std::uint8_t {
 struct ScriptStep {
   Point at{};
   Action action{};
-  std::optional<std::uint32_t> number;  ///< only at this slot or player; else at any
-  std::optional<std::uint32_t> event;   ///< only for this event of a `Notify`; else for any
+  std::optional<std::uint32_t> number = std::nullopt;  ///< only at this slot or player; else at any
+  std::optional<std::uint32_t> event =
+      std::nullopt;                   ///< only for this event of a `Notify`; else for any
   std::uint32_t call = 1;             ///< from which arrival on, counted from 1 over those that fit
   std::uint32_t times = 1;            ///< at how many of them; `kAlways` for all that follow
   std::uint32_t reason = 0;           ///< of a failing `ConnectTo`, a four-character code or 0
   std::uint32_t target = 0;           ///< slot of `kRename` and `kClear`
-  std::u16string name;                ///< of `kRename`
+  std::u16string name = {};           ///< of `kRename`
   std::uint32_t mode = 0;             ///< of `kChangeMode`
   std::chrono::milliseconds wait{0};  ///< of `kWait`
 

@@ -13,7 +13,9 @@ namespace {
 SlotChange Difference(const std::optional<Still>& before, const std::optional<Still>& after) {
   const std::u16string nameBefore = before ? before->name : u"";
   const std::u16string nameAfter = after ? after->name : u"";
-  return {.name = nameBefore != nameAfter, .validity = before.has_value() != after.has_value()};
+  return {.name = nameBefore != nameAfter,
+          .validity = before.has_value() != after.has_value(),
+          .anything = before != after};
 }
 
 Still DescribeStill(std::u16string_view name, std::uint32_t mode,
@@ -61,7 +63,10 @@ std::vector<std::uint8_t> StillPool::Frame(std::uint32_t slot) const {
 SlotChange StillPool::Store(std::uint32_t slot, std::u16string_view name, std::uint32_t mode,
                             std::span<const std::uint8_t> frame) {
   const Still still = DescribeStill(name, mode, frame);
-  return ChangeSlot(slot, [&](StillStore& store) { store.StoreStill(slot, still, frame); });
+  SlotChange change =
+      ChangeSlot(slot, [&](StillStore& store) { store.StoreStill(slot, still, frame); });
+  change.anything = true;  // an upload counts, also of the same picture
+  return change;
 }
 
 SlotChange StillPool::Rename(std::uint32_t slot, std::u16string_view name) {

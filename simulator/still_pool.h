@@ -21,6 +21,7 @@ namespace mixdecks::simulator {
 struct SlotChange {
   bool name = false;
   bool validity = false;
+  bool anything = false;
 };
 
 class StillPool {

@@ -92,6 +92,7 @@ void Switcher::TellChange(std::uint32_t slot, SlotChange change, const Connectio
 }
 
 void Switcher::TellChangeTo(Connection& connection, std::uint32_t slot, SlotChange change) {
+  if (!change.anything) return;
   if (change.validity) NotifyStills(connection, kEventValidityChanged, slot);
   if (change.name) NotifyStills(connection, kEventNameChanged, slot);
   for (ITMKSwitcherMediaPoolCallback* callback : connection.mediaPoolCallbacks.All()) {
