@@ -31,13 +31,22 @@ constexpr ConverterCell CrossingCell(PixelFormatCode destination) {
           ConvertRows<Kernel<kRec709, Parts...>>};
 }
 
-// One row for each source format, in the unit that is named after it.
+// The rows, each in the unit that is named after it. `R10A` reads as `R10B` and shares its row; the
+// row of `v210` stands in three units by the kind of destination.
 ConverterRow RowFromArgb32();
 ConverterRow RowFromBgra();
 ConverterRow RowFromRgba();
 ConverterRow RowFromBgrx();
 ConverterRow RowFromRgb3();
+ConverterRow RowFromR210Video();
+ConverterRow RowFromR210Full();
+ConverterRow RowFromR10BigVideo();
+ConverterRow RowFromR10LittleVideo();
+ConverterRow RowFromR10BigFull();
+ConverterRow RowFromR10LittleFull();
 ConverterRow RowFrom2vuy();
+ConverterRow RowFromV210ToRgb8();
+ConverterRow RowFromV210ToRgb10();
 ConverterRow RowFromAy10();
 
 }  // namespace mixdecks

@@ -45,7 +45,7 @@ struct Ay10Source {
     return {
         .chroma = _mm_or_si128(chromaTop, _mm_srli_epi16(low, 10)),
         .luma = _mm_and_si128(low, simd::Words(0x03FF)),
-        .alpha = _mm_srli_epi16(_mm_slli_epi16(high, 2), 6),
+        .alpha = _mm_and_si128(_mm_slli_epi16(high, 2), simd::Words(0xFFC0)),
     };
   }
 

@@ -1,5 +1,4 @@
-// Layouts of 10-bit RGB in 32-bit words: R, G, B from the top down, ten bits each, with the two
-// bits left over at the top (low-aligned) or at the bottom (high-aligned).
+// 10-bit RGB as a source of 4:2:2: how its words become words of B, G and R.
 #pragma once
 
 #include <cstddef>
@@ -8,15 +7,13 @@
 #include "pixelconvert/colour_matrix.h"
 #include "pixelconvert/four_runs.h"
 #include "pixelconvert/pixel_format.h"
+#include "pixelconvert/pixel_word.h"
 #include "pixelconvert/simd.h"
 
 namespace mixdecks {
 
-enum class ByteOrder : std::uint8_t { kBig, kLittle };
-enum class Alignment : std::uint8_t { kLow, kHigh };
-
 /// A 10-bit format as a source of 4:2:2.
-template <ByteOrder kOrder, Alignment kAlignment, SampleRange kSampleRange>
+template <class Layout, SampleRange kSampleRange>
 struct Rgb10Source {
   static constexpr int kDepth = 10;
   static constexpr SampleRange kRange = kSampleRange;
@@ -38,7 +35,7 @@ struct Rgb10Source {
     const QuadPair words = GatherQuads(src, runBytes);
     const simd::Vector first = simd::LowHalves(words.even, words.odd);
     const simd::Vector second = simd::HighHalves(words.even, words.odd);
-    if constexpr (kOrder == ByteOrder::kBig) {
+    if constexpr (Layout::kWord.order == ByteOrder::kBig) {
       return Unpack(simd::SwapWordBytes(first), simd::SwapWordBytes(second));
     } else {
       return Unpack(second, first);
@@ -73,11 +70,12 @@ struct Rgb10Source {
  private:
   // From the upper and lower halves of the words, [even × 4 | odd × 4] each.
   static Pair Unpack(simd::Vector high, simd::Vector low) {
-    constexpr int up = kAlignment == Alignment::kHigh ? 2 : 0;
-    const simd::Vector red = _mm_srli_epi16(_mm_slli_epi16(high, 2 - up), 6);
-    const simd::Vector greenTop = _mm_srli_epi16(_mm_slli_epi16(high, 12 - up), 6);
-    const simd::Vector green = _mm_or_si128(greenTop, _mm_srli_epi16(low, 10 + up));
-    const simd::Vector blue = _mm_and_si128(_mm_srli_epi16(low, up), simd::Words(0x03FF));
+    constexpr PixelWord word = Layout::kWord;
+    const simd::Vector red = _mm_srli_epi16(_mm_slli_epi16(high, 22 - word.red), 6);
+    // Green lies across the two halves of the word.
+    const simd::Vector greenTop = _mm_srli_epi16(_mm_slli_epi16(high, 22 - word.green), 6);
+    const simd::Vector green = _mm_or_si128(greenTop, _mm_srli_epi16(low, word.green));
+    const simd::Vector blue = _mm_and_si128(_mm_srli_epi16(low, word.blue), simd::Words(0x03FF));
     return {{_mm_unpacklo_epi16(blue, green), red},
             {_mm_unpackhi_epi16(blue, green), simd::HighHalves(red, red)}};
   }

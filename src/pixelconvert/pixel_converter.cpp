@@ -5,37 +5,50 @@
 namespace mixdecks {
 namespace {
 
-ConverterRow RowFrom(PixelFormatCode source) {
-  switch (source) {
-    case kArgb32:
-      return RowFromArgb32();
-    case kBgra:
-      return RowFromBgra();
-    case kRgba:
-      return RowFromRgba();
-    case kRgb3:
-      return RowFromRgb3();
-    case k2vuy:
-      return RowFrom2vuy();
-    case kBgrx:
-      return RowFromBgrx();
-    case kAy10:
-      return RowFromAy10();
-    default:
-      return {};
+using RowOf = ConverterRow (*)();
+
+struct SourceRow {
+  PixelFormatCode source;
+  RowOf row;
+};
+
+constexpr SourceRow kRows[] = {
+    {kArgb32, RowFromArgb32},
+    {kBgra, RowFromBgra},
+    {kRgba, RowFromRgba},
+    {kBgrx, RowFromBgrx},
+    {kRgb3, RowFromRgb3},
+    {kR210Video, RowFromR210Video},
+    {kR210Full, RowFromR210Full},
+    {kR10BigVideo, RowFromR10BigVideo},
+    {kR10LittleVideo, RowFromR10LittleVideo},
+    {kR10BigFull, RowFromR10BigFull},
+    {kR10Alpha, RowFromR10BigFull},
+    {kR10LittleFull, RowFromR10LittleFull},
+    {k2vuy, RowFrom2vuy},
+    {kV210, RowFromV210ToRgb8},
+    {kV210, RowFromV210ToRgb10},
+    {kAy10, RowFromAy10},
+};
+
+const ConverterCell* FindCell(PixelFormatCode source, PixelFormatCode destination) {
+  for (const SourceRow& candidate : kRows) {
+    if (candidate.source != source) continue;
+    for (const ConverterCell& cell : candidate.row()) {
+      if (cell.destination == destination) return &cell;
+    }
   }
+  return nullptr;
 }
 
 }  // namespace
 
 PixelConverter GetPixelConverter(PixelFormatCode source, PixelFormatCode destination,
                                  ColourSpaceIndex colourSpace) noexcept {
-  for (const ConverterCell& cell : RowFrom(source)) {
-    if (cell.destination != destination) continue;
-    if (!DependsOnColourSpace(source, destination) || colourSpace == kRec601) return cell.rec601;
-    return colourSpace == kRec709 ? cell.rec709 : nullptr;
-  }
-  return nullptr;
+  const ConverterCell* cell = FindCell(source, destination);
+  if (cell == nullptr) return nullptr;
+  if (colourSpace == kRec601 || !DependsOnColourSpace(source, destination)) return cell->rec601;
+  return colourSpace == kRec709 ? cell->rec709 : nullptr;
 }
 
 }  // namespace mixdecks

@@ -6,8 +6,9 @@
 #include <cstdint>
 
 #include "pixelconvert/four_runs.h"
-#include "pixelconvert/layout_rgb10.h"
+#include "pixelconvert/layout_rgb3.h"
 #include "pixelconvert/pixel_format.h"
+#include "pixelconvert/pixel_word.h"
 #include "pixelconvert/sample_range.h"
 #include "pixelconvert/simd.h"
 #include "pixelconvert/yuv_site.h"
@@ -61,7 +62,7 @@ struct BgraDestination : FullRange8, FourByteDestination<BgraDestination> {
 /// `BGRA` with the alpha of `ay10`.
 struct BgraVideoAlphaDestination : FullRange8, FourByteDestination<BgraVideoAlphaDestination> {
   static PixelPair Pack(const RgbSite& site) {
-    return PackBytes(site.blue, site.green, site.red, VideoToFull8(site.alpha));
+    return PackBytes(site.blue, site.green, site.red, VideoToFull<8>(site.alpha));
   }
 };
 
@@ -89,29 +90,20 @@ struct Rgb3Destination : FullRange8 {
     for (std::size_t x = 0; x < kSites; ++x) {
       const RgbSite& site = sites[x];
       const PixelPair pixels = PackBytes(site.red, site.green, site.blue, _mm_setzero_si128());
-      pairs[0][x] = CloseGaps(_mm_unpacklo_epi32(pixels.even, pixels.odd));
-      pairs[1][x] = CloseGaps(_mm_unpackhi_epi32(pixels.even, pixels.odd));
+      pairs[0][x] = CloseRgb3Gaps(_mm_unpacklo_epi32(pixels.even, pixels.odd));
+      pairs[1][x] = CloseRgb3Gaps(_mm_unpackhi_epi32(pixels.even, pixels.odd));
     }
     StoreRuns(dst, pairs[0], false);
-    StoreRuns(dst + kRuns / 2 * kSites * kPairBytes, pairs[1], true);
+    StoreRuns(dst + kRuns / 2 * kSites * kRgb3PairBytes, pairs[1], true);
   }
 
  private:
-  static constexpr std::size_t kPairBytes = 6;
-
-  // [R G B 0 R G B 0] to [R G B R G B 0 0] in each half.
-  static simd::Vector CloseGaps(simd::Vector pixels) {
-    const simd::Vector first = _mm_set1_epi64x(0xFFFFFF);
-    return _mm_or_si128(_mm_and_si128(first, pixels),
-                        _mm_andnot_si128(first, _mm_srli_epi64(pixels, 8)));
-  }
-
   template <std::size_t kSites>
   static void StoreRuns(std::uint8_t* dst, const simd::Vector (&pairs)[kSites], bool last) {
 #pragma GCC unroll 3
     for (std::size_t x = 0; x < kSites; ++x) {
       simd::StoreLowHalf(dst, pairs[x]);
-      dst += kPairBytes;
+      dst += kRgb3PairBytes;
     }
 #pragma GCC unroll 3
     for (std::size_t x = 0; x < kSites; ++x) {
@@ -120,28 +112,29 @@ struct Rgb3Destination : FullRange8 {
       } else {
         simd::StoreHighHalf(dst, pairs[x]);
       }
-      dst += kPairBytes;
+      dst += kRgb3PairBytes;
     }
   }
 };
 
-/// A 10-bit format. `kAlphaBits` fill the two low bits.
-template <ByteOrder kOrder, Alignment kAlignment, SampleRange kSampleRange, int kAlphaBits = 0>
-struct Rgb10Destination
-    : FourByteDestination<Rgb10Destination<kOrder, kAlignment, kSampleRange, kAlphaBits>> {
+/// A 10-bit format.
+template <class Layout, SampleRange kSampleRange>
+struct Rgb10Destination : FourByteDestination<Rgb10Destination<Layout, kSampleRange>> {
   static constexpr int kDepth = 10;
   static constexpr SampleRange kRange = kSampleRange;
 
   static PixelPair Pack(const RgbSite& site) {
-    constexpr int up = kAlignment == Alignment::kHigh ? 2 : 0;
+    constexpr PixelWord word = Layout::kWord;
     const simd::Vector blue = simd::ClampWords(site.blue, kLimit);
     const simd::Vector green = simd::ClampWords(site.green, kLimit);
     const simd::Vector red = simd::ClampWords(site.red, kLimit);
+    // Green lies across the two halves of the word.
     const simd::Vector high =
-        _mm_or_si128(_mm_slli_epi16(red, 4 + up), _mm_srli_epi16(green, 6 - up));
-    simd::Vector low = _mm_or_si128(_mm_slli_epi16(green, 10 + up), _mm_slli_epi16(blue, up));
-    if constexpr (kAlphaBits != 0) low = _mm_or_si128(low, simd::Words(kAlphaBits));
-    if constexpr (kOrder == ByteOrder::kBig) {
+        _mm_or_si128(_mm_slli_epi16(red, word.red - 16), _mm_srli_epi16(green, 16 - word.green));
+    simd::Vector low =
+        _mm_or_si128(_mm_slli_epi16(green, word.green), _mm_slli_epi16(blue, word.blue));
+    if constexpr (word.opaque != 0) low = _mm_or_si128(low, simd::Words(word.opaque));
+    if constexpr (word.order == ByteOrder::kBig) {
       return Interleave(simd::SwapWordBytes(high), simd::SwapWordBytes(low));
     } else {
       return Interleave(low, high);

@@ -62,6 +62,10 @@ inline Vector Words(int value) {
   return _mm_set1_epi16(static_cast<std::int16_t>(value));
 }
 
+inline Vector DoubleWords(std::uint32_t value) {
+  return _mm_set1_epi32(static_cast<std::int32_t>(value));
+}
+
 /// [low × 4 | high × 4]
 inline Vector WordHalves(int low, int high) {
   const auto l = static_cast<std::int16_t>(low);
@@ -99,6 +103,38 @@ inline Vector InnerHalves(Vector a, Vector b) {
 /// Exchanges the two bytes of every word.
 inline Vector SwapWordBytes(Vector v) {
   return _mm_or_si128(_mm_slli_epi16(v, 8), _mm_srli_epi16(v, 8));
+}
+
+/// Exchanges the two words of every double word.
+inline Vector SwapWords(Vector v) {
+  return _mm_shufflehi_epi16(_mm_shufflelo_epi16(v, 0b10'11'00'01), 0b10'11'00'01);
+}
+
+/// Turns every double word round.
+inline Vector ReverseBytes(Vector v) {
+  return SwapWordBytes(SwapWords(v));
+}
+
+/// Shifts double words left, or right by a negative distance.
+template <int kDistance>
+Vector ShiftDoubleWords(Vector v) {
+  if constexpr (kDistance == 0) {
+    return v;
+  } else if constexpr (kDistance > 0) {
+    return _mm_slli_epi32(v, kDistance);
+  } else {
+    return _mm_srli_epi32(v, -kDistance);
+  }
+}
+
+/// Shifts the even words left by one distance and the odd ones by another.
+template <int kEven, int kOdd>
+Vector ShiftWordsUp(Vector v) {
+  if constexpr (kEven == kOdd) {
+    return kEven == 0 ? v : _mm_slli_epi16(v, kEven);
+  } else {
+    return _mm_mullo_epi16(v, WordPairs(1 << kEven, 1 << kOdd));
+  }
 }
 
 /// Clamps signed words to 0 … limit.

@@ -9,7 +9,7 @@ namespace mixdecks {
 struct YuvSite {
   simd::Vector chroma;  ///< [Cb × 4 | Cr × 4]
   simd::Vector luma;    ///< [even × 4 | odd × 4]
-  simd::Vector alpha;   ///< [even × 4 | odd × 4], of `ay10` alone
+  simd::Vector alpha;   ///< [even × 4 | odd × 4], times 64; of `ay10` alone
 };
 
 struct ChromaPair {

@@ -1,0 +1,32 @@
+// `RGB3`, three bytes a pixel without padding: how four-byte pixels are made of it and closed up to
+// it again.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "pixelconvert/simd.h"
+
+namespace mixdecks {
+
+inline constexpr std::size_t kRgb3PairBytes = 6;
+
+/// Four pixels R G B x from twelve bytes; x is of no use.
+inline simd::Vector LoadRgb3(const std::uint8_t* src) {
+  const simd::Vector first = simd::LoadQuarter(src);
+  const simd::Vector second = simd::LoadQuarter(src + 3);
+  const simd::Vector third = simd::LoadQuarter(src + 6);
+  // The fourth is read from its own last byte backwards: nothing behind it may be touched.
+  const simd::Vector fourth = _mm_srli_epi32(simd::LoadQuarter(src + 8), 8);
+  return simd::LowHalves(_mm_unpacklo_epi32(first, second), _mm_unpacklo_epi32(third, fourth));
+}
+
+/// [R G B x R G B x] to [R G B R G B 0 0] in each half.
+inline simd::Vector CloseRgb3Gaps(simd::Vector pixels) {
+  const simd::Vector first = _mm_and_si128(pixels, _mm_set1_epi64x(0x000000FFFFFF));
+  const simd::Vector second =
+      _mm_and_si128(_mm_srli_epi64(pixels, 8), _mm_set1_epi64x(0xFFFFFF000000));
+  return _mm_or_si128(first, second);
+}
+
+}  // namespace mixdecks
