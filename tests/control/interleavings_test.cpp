@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <functional>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -22,8 +23,8 @@ using ::testing::IsEmpty;
 constexpr int kHandoverPair = 2;
 
 // How often a thread is stopped that could go on. A third thread multiplies the orders.
-constexpr int kTwoThreads = 3;
-constexpr int kThreeThreads = 2;
+constexpr int kThreeThreads = MIXDECKS_INTERRUPTIONS;
+constexpr int kTwoThreads = kThreeThreads + 1;
 
 /// A bench whose front end waits in the exploration, and whose every step lets others come in.
 struct ExploredBench : ExportControlBench {
@@ -104,7 +105,7 @@ TEST_P(ClosingAfter, ResultsOfAService) {
   ExpectAllEndWell(kThreeThreads, [] {
     ExploredBench bench;
     bench.Open();
-    ServiceThread service([&bench, control = bench.control] {
+    ServiceThread service([control = bench.control] {
       control->PostDisconnected();
       control->PostExportFinished(true);
     });
