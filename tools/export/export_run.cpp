@@ -1,0 +1,173 @@
+#include "tools/export/export_run.h"
+
+#include <fmt/format.h>
+
+#include <chrono>
+#include <memory>
+#include <utility>
+
+#include "platform/message_box.h"
+#include "plugin/export_main.h"
+#include "simulator/code_text.h"
+#include "simulator/service_registration.h"
+#include "simulator/switcher_simulator.h"
+#include "simulator/unicode.h"
+#include "tools/export/document_opener.h"
+#include "tools/export/export_failure.h"
+#include "tools/export/front_end.h"
+#include "tools/export/stage_clock.h"
+#include "tools/interrupt.h"
+#include "tools/memory_host/memory_host.h"
+#include "tools/user_error.h"
+#include "transfer/fit_rect.h"
+#include "transfer/video_modes.h"
+
+namespace mixdecks {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using simulator::SwitcherSimulator;
+
+/// Collects the system's message boxes, which nobody would answer here.
+class CollectedBoxes {
+ public:
+  CollectedBoxes()
+      : former_(SetMessageBoxPresenter(
+            [this](void*, const char* text, const char* caption, std::uint32_t) {
+              shown_.push_back({simulator::ToUtf16(caption), simulator::ToUtf16(text)});
+            })) {}
+  ~CollectedBoxes() { SetMessageBoxPresenter(std::move(former_)); }
+  CollectedBoxes(const CollectedBoxes&) = delete;
+  CollectedBoxes& operator=(const CollectedBoxes&) = delete;
+
+  const std::vector<ShownMessage>& Shown() const noexcept { return shown_; }
+
+ private:
+  std::vector<ShownMessage> shown_;
+  MessageBoxPresenter former_;
+};
+
+std::unique_ptr<SwitcherSimulator> SwitchOn(const ExportOptions& options,
+                                            const simulator::Scenario& scenario) {
+  try {
+    return std::make_unique<SwitcherSimulator>(scenario, options.pool);
+  } catch (const simulator::PoolError& error) {
+    throw Failure(error.what(), "", "");
+  }
+}
+
+std::string_view AlphaSourceOf(const HostDocument& document) {
+  if (!document.extraAlpha.empty()) return "extra alpha channel";
+  return document.transparency ? "transparency" : "none";
+}
+
+PictureFacts FactsOf(const ExportOptions& options, const Picture& picture) {
+  const HostDocument& document = picture.document;
+  return {options.picture, picture.format, document.width,
+          document.height, document.depth, AlphaSourceOf(document)};
+}
+
+/// A document that is not in RGB never reaches a dialog, nor a switcher.
+void LetThePluginRefuse(const ExportOptions& options, HostDocument document) {
+  const std::int16_t imageMode = document.imageMode;
+  MemoryHost host(std::move(document));
+  throw RefusalOf(options, host.Call(MixdecksExportMain, Selector::kStart), imageMode);
+}
+
+/// The rules between plug-in, host and switcher were kept, or somebody has to know.
+void CheckRules(const MemoryHost& host, const SwitcherSimulator& simulator) {
+  std::vector<std::string> violations = host.Violations();
+  const std::vector<std::string> others = simulator.Violations();
+  violations.insert(violations.end(), others.begin(), others.end());
+  if (violations.empty()) return;
+  throw Failure("internal fault", fmt::format("{}", fmt::join(violations, "; ")),
+                "please report this message");
+}
+
+bool GaveUp(ExportEnd end) {
+  return end == ExportEnd::kTimedOut || end == ExportEnd::kInterrupted;
+}
+
+std::vector<StageTime> TimesOf(Clock::duration opening, const ExportOutcome& outcome,
+                               const StageMarks& marks) {
+  return {{"open", opening},
+          {"connect", outcome.connecting},
+          {"read", outcome.readingChannels},
+          {"fit", marks.converting - marks.fitting},
+          {"convert", marks.copying - marks.converting},
+          {"copy", marks.uploading - marks.copying},
+          {"upload", outcome.ended - marks.uploading},
+          {"export", outcome.ended - outcome.clicked}};
+}
+
+std::optional<FitRect> FitOf(const PictureFacts& picture, const simulator::Still& still) {
+  const auto width = static_cast<std::int32_t>(still.width);
+  const auto height = static_cast<std::int32_t>(still.height);
+  if (picture.width == width && picture.height == height) return std::nullopt;
+  FitRect fit{};
+  ComputeFitRect(picture.width, picture.height, width, height, fit);
+  return fit;
+}
+
+void DescribeStill(ExportReport& report, const ExportOrders& orders,
+                   const simulator::PoolContents& contents) {
+  const auto& still = contents.slots.at(orders.slot);
+  if (!still) throw Failure("export", "the still left the pool again", "look at the scenario");
+  report.still = *still;
+  report.name = simulator::ToUtf8(orders.name);
+  report.slot = orders.slot + 1;
+  report.premultiplied = orders.premultiply;
+  if (orders.mediaPlayer >= 0) report.player = orders.mediaPlayer + 1;
+  report.colourSpace = FindVideoMode(still->mode)->colourSpace;
+  report.fit = FitOf(report.picture, *still);
+  for (const std::string& file :
+       {simulator::FrameFileName(orders.slot), simulator::PictureFileName(orders.slot),
+        std::string("index.html")}) {
+    report.files.push_back(report.pool / file);
+  }
+}
+
+}  // namespace
+
+ExportReport RunExport(const ExportOptions& options, const WarningSink& warn) {
+  const Clock::time_point begun = Clock::now();
+  ExportPlan plan = PlanExport(options);
+  Picture picture = OpenDocument(options, plan.warnings);
+  for (const std::string& warning : plan.warnings)
+    warn(warning);
+  if (picture.document.imageMode != kImageModeRgb) {
+    LetThePluginRefuse(options, std::move(picture.document));
+  }
+
+  ExportReport report;
+  report.picture = FactsOf(options, picture);
+  report.pool = options.pool;
+  const Clock::duration opening = Clock::now() - begun;
+
+  const auto simulator = SwitchOn(options, plan.scenario);
+  const simulator::ScopedServiceRegistration registration(*simulator);
+  const StageClock clock(*simulator);
+  const CollectedBoxes boxes;
+  MemoryHost host(std::move(picture.document));
+  ExportOperator exportOperator(plan.orders,
+                                {plan.timeout, InterruptRequested, [&] { simulator->Shutdown(); }});
+  std::int16_t result = kHostResultNone;
+  {
+    const SeatedOperator seat(exportOperator);
+    result = host.Call(MixdecksExportMain, Selector::kStart);
+  }
+  simulator->Shutdown();
+
+  ExportOutcome outcome = exportOperator.Outcome();
+  outcome.messages.insert(outcome.messages.end(), boxes.Shown().begin(), boxes.Shown().end());
+  if (result != kHostResultDone) throw RefusalOf(options, result, kImageModeRgb);
+  // Equipment that was switched off in the middle has something to complain about.
+  if (!GaveUp(outcome.end)) CheckRules(host, *simulator);
+  if (outcome.end != ExportEnd::kExported) throw FailureOf(options, outcome);
+  if (outcome.slotWasUsed) report.replaced = simulator::ToUtf8(outcome.replaced);
+  report.times = TimesOf(opening, outcome, clock.Marks());
+  DescribeStill(report, plan.orders, simulator->Contents());
+  return report;
+}
+
+}  // namespace mixdecks

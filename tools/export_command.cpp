@@ -1,0 +1,137 @@
+#include "tools/export_command.h"
+
+#include <fmt/format.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include "simulator/code_text.h"
+#include "tools/export/export_run.h"
+#include "transfer/video_modes.h"
+
+namespace mixdecks {
+namespace {
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  mixdecks export lower-third.png                    into slot 1 of mixdecks-pool\n"
+    "  mixdecks export title.psd --slot 3 --player 1      and onto media player 1\n"
+    "  mixdecks export logo.png --mode 4H25 --name Logo   for a switcher in 2160p25\n"
+    "  mixdecks export bars.jpg --alpha-channel mask.png  with an extra alpha channel\n"
+    "  mixdecks export grey.png --rgb --json              converted first, told as JSON\n";
+constexpr const char* kExitCodes =
+    "Exit codes: 0 the still is in the pool, 1 it is not, 2 a fault in the options,\n"
+    "130 stopped with Ctrl-C. The pool is whole in every case.";
+
+/// The codes of the video modes by the size of their stills.
+std::string ModeTable() {
+  std::map<std::pair<std::uint32_t, std::uint32_t>, std::string> codes;
+  for (const VideoModeInfo& mode : VideoModes()) {
+    codes[{mode.width, mode.height}] += " " + simulator::CodeText(mode.code);
+  }
+  std::string table = "Video modes:\n";
+  for (const auto& [size, modes] : codes) {
+    table += fmt::format("  {:<12}{}\n", fmt::format("{} x {}", size.first, size.second), modes);
+  }
+  return table;
+}
+
+void AddDocumentOptions(CLI::App& command, ExportOptions& options) {
+  command
+      .add_option("IMAGE", options.picture,
+                  "PNG, JPEG, PSD, BMP, PPM or PGM file, or - for standard input")
+      ->required();
+  command
+      .add_option("--alpha-channel", options.alphaChannels,
+                  "Greyscale picture to use as alpha instead of transparency")
+      ->type_name("FILE")
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  command.add_option("--depth", options.depth, "Convert to 8 or 16 bits per channel first")
+      ->type_name("BITS");
+  command.add_flag("--rgb", options.toRgb, "Convert greyscale and indexed colour to RGB first");
+}
+
+void AddDialogOptions(CLI::App& command, ExportOptions& options) {
+  command.add_option("--slot", options.slot, "Slot of the media pool, from 1 (default: 1)")
+      ->type_name("N");
+  command
+      .add_option("--name", options.name,
+                  "Name of the still (default: the file's, up to its first dot)")
+      ->type_name("TEXT");
+  CLI::Option* const keep = command.add_flag_callback(
+      "--no-premultiply", [&options] { options.premultiply = false; },
+      "Leave the colours as they are");
+  command.add_flag("--premultiply")
+      ->description("Multiply the colours by alpha, which is the default")
+      ->excludes(keep);
+  command
+      .add_option("--player", options.player, "Show the still on media player 1 to 4 afterwards")
+      ->type_name("N");
+  command
+      .add_option("--address", options.address,
+                  "Address of the switcher (default: " + options.address + ")")
+      ->type_name("IPV4");
+}
+
+void AddSwitcherOptions(CLI::App& command, ExportOptions& options) {
+  command
+      .add_option("--pool", options.pool,
+                  "Folder of the switcher's media pool (default: " + options.pool + ")")
+      ->type_name("DIR");
+  command
+      .add_option("--mode", options.mode,
+                  "Video mode of the switcher, such as 10i9 (default: the pool's)")
+      ->type_name("CODE");
+  command
+      .add_option("--scenario", options.scenario,
+                  "What the switcher is like and what goes wrong (docs/simulator.md)")
+      ->type_name("FILE");
+  command
+      .add_option("--timeout", options.timeoutSeconds,
+                  "Give up when the still is not there by then (default: 60)")
+      ->type_name("SECONDS");
+}
+
+void PrintError(const UserError& error, const Console& console) {
+  const nlohmann::ordered_json json = {{"error",
+                                        {{"what", error.What()},
+                                         {"why", error.Why()},
+                                         {"remedy", error.Remedy()},
+                                         {"exitCode", error.ExitCode()}}}};
+  console.out << json.dump(2) << '\n';
+}
+
+void Run(const ExportOptions& options, const Console& console) {
+  const auto warn = [&console](const std::string& warning) { console.Warn(warning); };
+  if (!options.json) {
+    console.out << TextOf(RunExport(options, warn));
+    return;
+  }
+  try {
+    console.out << JsonOf(RunExport(options, warn)).dump(2) << '\n';
+  } catch (const UserError& error) {
+    PrintError(error, console);
+    throw;
+  }
+}
+
+}  // namespace
+
+void AddExportCommand(CLI::App& app, const Console& console) {
+  const auto options = std::make_shared<ExportOptions>();
+  CLI::App& command = *app.add_subcommand("export", "Export a picture to a slot of a media pool");
+  command.footer(kExamples + ("\n" + ModeTable()) + "\n" + kExitCodes);
+  AddDocumentOptions(command, *options);
+  AddDialogOptions(command, *options);
+  AddSwitcherOptions(command, *options);
+  command.add_flag("--json", options->json, "Tell the result as JSON");
+  command.callback([options, &console] { Run(*options, console); });
+}
+
+}  // namespace mixdecks

@@ -1,0 +1,14 @@
+// `mixdecks export IMAGE`: options, run, report.
+#pragma once
+
+#include <CLI/App.hpp>
+
+#include "tools/console.h"
+
+namespace mixdecks {
+
+/// Adds the subcommand. It runs while the words are parsed and throws `UserError`. `console` must
+/// outlive the parsing.
+void AddExportCommand(CLI::App& app, const Console& console);
+
+}  // namespace mixdecks
