@@ -23,8 +23,9 @@ Block* blocks = nullptr;
 template <typename Matches>
 Block** FindLink(Matches matches) noexcept {
   Block** link = &blocks;
-  while (*link != nullptr && !matches(**link))
+  while (*link != nullptr && !matches(**link)) {
     link = &(*link)->next;
+  }
   return link;
 }
 

@@ -66,8 +66,9 @@ void SpreadSamples8(const std::uint8_t* samples, std::size_t count, std::uint8_t
     merge.Store(pixels + 2 * kVectorBytes, _mm_unpacklo_epi16(high, zero));
     merge.Store(pixels + 3 * kVectorBytes, _mm_unpackhi_epi16(high, zero));
   }
-  for (; i < count; ++i)
+  for (; i < count; ++i) {
     image[kPixelBytes * i + lane] = samples[i];
+  }
 }
 
 void SpreadSamples16(const std::uint16_t* samples, std::size_t count, std::uint8_t* image,

@@ -27,7 +27,6 @@ class ReadSteps : public testing::Test {
     host.BasicSuite().releaseSuite(kChannelPortsSuiteName, kChannelPortsSuiteVersion);
     return status;
   }
-  ReadSteps() { Heap() = {}; }
 
   std::vector<std::uint8_t> pixels_ = std::vector<std::uint8_t>(4 * kPixels, 0x77);
 };

@@ -14,17 +14,11 @@ namespace {
 
 constexpr std::size_t kSize = 16;
 
-class FallbackHandle : public testing::Test {
- protected:
-  FallbackHandle() { Heap() = {}; }
-  ~FallbackHandle() override { EXPECT_EQ(Heap().live, 0); }
-};
-
 const char* HeaderOf(std::intptr_t handle) {
   return reinterpret_cast<const char*>(handle);
 }
 
-TEST_F(FallbackHandle, IsAHeaderOfPointerAndMark) {
+TEST(FallbackHandle, IsAHeaderOfPointerAndMark) {
   const std::intptr_t handle = NewFallbackHandle(kSize);
   ASSERT_NE(handle, 0);
   EXPECT_EQ(LastHandleError(), kHandleErrorNone);
@@ -38,7 +32,7 @@ TEST_F(FallbackHandle, IsAHeaderOfPointerAndMark) {
   DisposeFallbackHandle(handle);
 }
 
-TEST_F(FallbackHandle, KeepsItsDataFromLockToLock) {
+TEST(FallbackHandle, KeepsItsDataFromLockToLock) {
   const std::intptr_t handle = NewFallbackHandle(kSize);
   auto* data = static_cast<char*>(LockWithoutHost(handle, kSize));
   ASSERT_NE(data, nullptr);
@@ -52,7 +46,7 @@ TEST_F(FallbackHandle, KeepsItsDataFromLockToLock) {
   DisposeFallbackHandle(handle);
 }
 
-TEST_F(FallbackHandle, EveryAllocationMayFail) {
+TEST(FallbackHandle, EveryAllocationMayFail) {
   for (int failAt = 1; failAt <= 2; ++failAt) {
     Heap() = {.failAt = failAt};
     EXPECT_EQ(NewFallbackHandle(kSize), 0) << "request " << failAt;
@@ -66,12 +60,12 @@ TEST_F(FallbackHandle, EveryAllocationMayFail) {
   DisposeFallbackHandle(handle);
 }
 
-TEST_F(FallbackHandle, DisposingOfNullIsNoted) {
+TEST(FallbackHandle, DisposingOfNullIsNoted) {
   DisposeFallbackHandle(0);
   EXPECT_EQ(LastHandleError(), kHandleErrorNoHandle);
 }
 
-TEST_F(FallbackHandle, DisposingFreesAHeaderWithoutData) {
+TEST(FallbackHandle, DisposingFreesAHeaderWithoutData) {
   const std::intptr_t handle = NewFallbackHandle(kSize);
   void* data = LockWithoutHost(handle, kSize);
   FreeMovable(MovableHandleOf(data));
@@ -80,7 +74,7 @@ TEST_F(FallbackHandle, DisposingFreesAHeaderWithoutData) {
   EXPECT_EQ(LastHandleError(), kHandleErrorNone);
 }
 
-TEST_F(FallbackHandle, AForeignBlockIsLockedAndUnlockedButNotDisposedOf) {
+TEST(FallbackHandle, AForeignBlockIsLockedAndUnlockedButNotDisposedOf) {
   const MovableHandle foreign = AllocateMovable(kSize);
   const auto word = reinterpret_cast<std::intptr_t>(foreign);
   void* address = LockWithoutHost(word, kSize);
@@ -93,7 +87,7 @@ TEST_F(FallbackHandle, AForeignBlockIsLockedAndUnlockedButNotDisposedOf) {
   FreeMovable(foreign);
 }
 
-TEST_F(FallbackHandle, AForeignBlockThatIsTooSmallIsRefusedUnlocked) {
+TEST(FallbackHandle, AForeignBlockThatIsTooSmallIsRefusedUnlocked) {
   const MovableHandle foreign = AllocateMovable(kSize - 1);
   void* address = LockMovable(foreign);
   UnlockMovable(foreign);
@@ -102,13 +96,13 @@ TEST_F(FallbackHandle, AForeignBlockThatIsTooSmallIsRefusedUnlocked) {
   FreeMovable(foreign);
 }
 
-TEST_F(FallbackHandle, AForeignBlockOfAHeadersSizeIsNoHeaderWithoutTheMark) {
+TEST(FallbackHandle, AForeignBlockOfAHeadersSizeIsNoHeaderWithoutTheMark) {
   const MovableHandle foreign = AllocateMovable(12);
   EXPECT_EQ(LockWithoutHost(reinterpret_cast<std::intptr_t>(foreign), kSize), nullptr);
   FreeMovable(foreign);
 }
 
-TEST_F(FallbackHandle, AWordThatIsNoHandleIsRefused) {
+TEST(FallbackHandle, AWordThatIsNoHandleIsRefused) {
   alignas(16) static char own[16] = {0, 0, 0, 0, 0, 0, 0, 0, 'O', 'T', 'O', 'F'};
   const auto word = reinterpret_cast<std::intptr_t>(own);
   EXPECT_EQ(LockWithoutHost(word, kSize), nullptr);
@@ -116,7 +110,7 @@ TEST_F(FallbackHandle, AWordThatIsNoHandleIsRefused) {
   EXPECT_EQ(LastHandleError(), kHandleErrorNoHandle);
 }
 
-TEST_F(FallbackHandle, TheEntryTellsAHostWithoutProceduresThatMemoryIsShort) {
+TEST(FallbackHandle, TheEntryTellsAHostWithoutProceduresThatMemoryIsShort) {
   const HostDialogs dialogs{
       .runAboutDialog = [](void*) -> std::intptr_t { return 0; },
       .runExportDialog = [](void*, ExportGlobals*) -> std::intptr_t { return 0; }};

@@ -1,10 +1,26 @@
 #include "tests/host/heap_faults.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 
 #include "platform/heap.h"
 
 namespace mixdecks {
+namespace {
+
+class FreshHeapForEveryTest : public testing::EmptyTestEventListener {
+  void OnTestStart(const testing::TestInfo&) override { Heap() = {}; }
+  void OnTestEnd(const testing::TestInfo&) override { EXPECT_EQ(Heap().live, 0); }
+};
+
+// GoogleTest owns its listeners.
+[[maybe_unused]] const bool registered = [] {
+  testing::UnitTest::GetInstance()->listeners().Append(new FreshHeapForEveryTest);
+  return true;
+}();
+
+}  // namespace
 
 HeapFaults& Heap() {
   static HeapFaults heap;

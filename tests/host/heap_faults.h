@@ -14,7 +14,8 @@ struct HeapFaults {
   std::vector<std::size_t> requests{};  ///< bytes of every request, granted or not
 };
 
-/// The state of the heap; assign a fresh one before a test.
+/// The state of the heap. Every test begins with a fresh one, may assign another, and fails when
+/// it ends with blocks alive.
 HeapFaults& Heap();
 
 }  // namespace mixdecks
