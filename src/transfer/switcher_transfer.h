@@ -1,9 +1,9 @@
 // SwitcherTransfer owns the connection to one switcher.
 #pragma once
 
-#include "control/switcher_side.h"
-
 #include <memory>
+
+#include "control/switcher_side.h"
 
 namespace mixdecks {
 
