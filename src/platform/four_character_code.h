@@ -8,7 +8,8 @@ namespace mixdecks {
 /// `FourCharacterCode("cmpt")` is 0x636D7074.
 constexpr std::uint32_t FourCharacterCode(const char (&characters)[5]) noexcept {
   std::uint32_t code = 0;
-  for (int i = 0; i < 4; ++i) code = code << 8 | static_cast<unsigned char>(characters[i]);
+  for (int i = 0; i < 4; ++i)
+    code = code << 8 | static_cast<unsigned char>(characters[i]);
   return code;
 }
 
