@@ -36,8 +36,7 @@ void OnFault(int number, siginfo_t* info, void*) {
 bool InstallHandlers() {
   struct sigaction action = {};
   action.sa_sigaction = OnFault;
-  // The handler leaves by a jump, so the signal must not stay blocked.
-  action.sa_flags = SA_SIGINFO | SA_NODEFER;
+  action.sa_flags = SA_SIGINFO;
   for (std::size_t i = 0; i < kSignals.size(); ++i) {
     sigaction(kSignals[i], &action, &previousActions[i]);
   }
@@ -48,7 +47,8 @@ bool InstallHandlers() {
 
 std::optional<Fault> RunTrapped(const std::function<void()>& code) {
   [[maybe_unused]] static const bool installed = InstallHandlers();
-  if (sigsetjmp(returnPoint, 0) != 0) return lastFault;
+  // The jump restores the mask too: during the handler the signal is blocked.
+  if (sigsetjmp(returnPoint, 1) != 0) return lastFault;
   armed = 1;
   code();
   armed = 0;
