@@ -30,6 +30,7 @@ void ChangePixels(std::uint8_t* pixels, const std::uint8_t* other, std::size_t c
     Store(pixels + i, change(Load(pixels + i), Load(other + i)));
   }
   const std::size_t rest = count % kPixelsPerBlock * kBytesPerPixel;
+  if (rest == 0) return;
   std::uint8_t last[kBlockBytes] = {};
   std::uint8_t lastOther[kBlockBytes] = {};
   std::memcpy(last, pixels + blocks * kBlockBytes, rest);
