@@ -12,7 +12,11 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 find_program(MIXDECKS_CCACHE ccache)
 if(MIXDECKS_CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${MIXDECKS_CCACHE}")
+  # Another checkout's objects serve as well as this one's, precompiled headers included.
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env
+    "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=1
+    CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+    "${MIXDECKS_CCACHE}")
 endif()
 
 add_library(mixdecks_options INTERFACE)

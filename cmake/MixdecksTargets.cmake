@@ -15,17 +15,24 @@ function(mixdecks_room name)
   target_link_libraries(mixdecks_${name} PUBLIC mixdecks_options ${ROOM_DEPENDS})
 endfunction()
 
-# mixdecks_test(NAME SOURCES … DEPENDS … [TIMEOUT seconds] [LABELS …])
+set(MIXDECKS_TEST_OPTIONS -O1 -g1)
+
+# mixdecks_test(NAME SOURCES … DEPENDS … [TIMEOUT seconds] [LABELS …] [OPTIMISED])
 # A test program `test_NAME` and its CTest entry. Programs are few and large on purpose: under an
-# emulator starting one costs more than its tests.
+# emulator starting one costs more than its tests. Compiling tests takes longer than running them,
+# so they are optimised little, but for those with much to compute.
 function(mixdecks_test name)
-  cmake_parse_arguments(TEST "" "TIMEOUT" "SOURCES;DEPENDS;LABELS" ${ARGN})
+  cmake_parse_arguments(TEST "OPTIMISED" "TIMEOUT" "SOURCES;DEPENDS;LABELS" ${ARGN})
   if(NOT TEST_TIMEOUT)
     set(TEST_TIMEOUT 300)
   endif()
   add_executable(test_${name} ${TEST_SOURCES})
   target_include_directories(test_${name} PRIVATE "${PROJECT_SOURCE_DIR}")
   target_link_libraries(test_${name} PRIVATE ${TEST_DEPENDS} mixdecks_options GTest::gmock GTest::gtest_main)
+  if(NOT TEST_OPTIMISED)
+    target_compile_options(test_${name} PRIVATE ${MIXDECKS_TEST_OPTIONS})
+    target_precompile_headers(test_${name} REUSE_FROM mixdecks_test_headers)
+  endif()
   add_test(NAME ${name} COMMAND test_${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT ${TEST_TIMEOUT})
   if(TEST_LABELS)

@@ -1,0 +1,2 @@
+// Owns the precompiled headers that every test program reuses.
+int main() {}
