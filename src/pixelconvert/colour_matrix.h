@@ -63,6 +63,18 @@ inline constexpr InverseMatrix kInverseMatrices[2][2] = {
     },
 };
 
+/// The decimals themselves, for 12-bit RGB. What lowers a sample is subtracted.
+struct DecimalMatrix {
+  float yFromRed, yFromGreen, yFromBlue;
+  float cbFromBlue, cbFromRed, cbFromGreen;
+  float crFromRed, crFromGreen, crFromBlue;
+};
+
+inline constexpr DecimalMatrix kDecimalMatrices[2] = {
+    {0.257f, 0.504f, 0.098f, 0.439f, 0.148f, 0.291f, 0.439f, 0.368f, 0.071f},
+    {0.183f, 0.614f, 0.062f, 0.439f, 0.101f, 0.339f, 0.439f, 0.399f, 0.04f},
+};
+
 template <SampleRange kRange, ColourSpaceIndex kSpace>
 inline constexpr ForwardMatrix kForwardMatrix = kForwardMatrices[static_cast<int>(kRange)][kSpace];
 

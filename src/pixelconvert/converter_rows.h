@@ -44,9 +44,12 @@ ConverterRow RowFromR10BigVideo();
 ConverterRow RowFromR10LittleVideo();
 ConverterRow RowFromR10BigFull();
 ConverterRow RowFromR10LittleFull();
+ConverterRow RowFromR12Big();
+ConverterRow RowFromR12Little();
 ConverterRow RowFrom2vuy();
 ConverterRow RowFromV210ToRgb8();
 ConverterRow RowFromV210ToRgb10();
+ConverterRow RowFromV210To2vuy();
 ConverterRow RowFromAy10();
 
 }  // namespace mixdecks

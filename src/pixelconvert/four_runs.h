@@ -36,7 +36,32 @@ inline QuadPair GatherQuads(const std::uint8_t* src, std::size_t runBytes) {
                     simd::LoadHalf(src + 2 * runBytes), simd::LoadHalf(src + 3 * runBytes));
 }
 
-/// Stores two neighbouring four-byte pixels of each run, given as [p q r s] of 32 bits.
+/// Two neighbouring pixels or words of each run, [p q r s] of 32 bits.
+struct PixelPair {
+  simd::Vector even;
+  simd::Vector odd;
+};
+
+inline PixelPair GatherPixels(const std::uint8_t* src, std::size_t runBytes) {
+  const simd::Vector p = simd::LoadHalf(src);
+  const simd::Vector q = simd::LoadHalf(src + runBytes);
+  const simd::Vector r = simd::LoadHalf(src + 2 * runBytes);
+  const simd::Vector s = simd::LoadHalf(src + 3 * runBytes);
+  const simd::Vector pr = _mm_unpacklo_epi32(p, r);
+  const simd::Vector qs = _mm_unpacklo_epi32(q, s);
+  return {_mm_unpacklo_epi32(pr, qs), _mm_unpackhi_epi32(pr, qs)};
+}
+
+/// One word of each run.
+inline simd::Vector GatherPixel(const std::uint8_t* src, std::size_t runBytes) {
+  const simd::Vector p = simd::LoadQuarter(src);
+  const simd::Vector q = simd::LoadQuarter(src + runBytes);
+  const simd::Vector r = simd::LoadQuarter(src + 2 * runBytes);
+  const simd::Vector s = simd::LoadQuarter(src + 3 * runBytes);
+  return simd::LowHalves(_mm_unpacklo_epi32(p, q), _mm_unpacklo_epi32(r, s));
+}
+
+/// Stores two neighbouring pixels or words of each run.
 inline void ScatterPixels(std::uint8_t* dst, std::size_t runBytes, simd::Vector even,
                           simd::Vector odd) {
   const simd::Vector pq = _mm_unpacklo_epi32(even, odd);
@@ -45,6 +70,15 @@ inline void ScatterPixels(std::uint8_t* dst, std::size_t runBytes, simd::Vector 
   simd::StoreHighHalf(dst + runBytes, pq);
   simd::StoreLowHalf(dst + 2 * runBytes, rs);
   simd::StoreHighHalf(dst + 3 * runBytes, rs);
+}
+
+/// Stores one word of each run.
+inline void ScatterPixel(std::uint8_t* dst, std::size_t runBytes, simd::Vector pixel) {
+#pragma GCC unroll 4
+  for (std::size_t run = 0; run < kRuns; ++run) {
+    simd::StoreQuarter(dst + run * runBytes, pixel);
+    pixel = _mm_srli_si128(pixel, 4);
+  }
 }
 
 /// The pixels left of the first quad of a block: its last quad, every run moved up by one, behind

@@ -2,6 +2,7 @@
 #include "pixelconvert/layout_2vuy.h"
 #include "pixelconvert/rgb_destinations.h"
 #include "pixelconvert/yuv_to_rgb.h"
+#include "pixelconvert/yuv_to_yuv.h"
 
 namespace mixdecks {
 namespace {
@@ -27,6 +28,8 @@ ConverterRow RowFrom2vuy() {
       RgbCell<Rgb10Destination<R10Big, SampleRange::kFull>>(kR10BigFull),
       RgbCell<Rgb10Destination<R10Little, SampleRange::kFull>>(kR10LittleFull),
       RgbCell<Rgb10Destination<R10Alpha, SampleRange::kFull>>(kR10Alpha),
+      Cell<TwoVuyToV210>(kV210),
+      Cell<TwoVuyToAy10>(kAy10),
   };
   return kCells;
 }

@@ -5,6 +5,7 @@
 #include "pixelconvert/layout_v210.h"
 #include "pixelconvert/rgb_to_rgb.h"
 #include "pixelconvert/rgb_to_yuv.h"
+#include "pixelconvert/twelve_bit.h"
 
 namespace mixdecks {
 
@@ -20,6 +21,8 @@ ConverterRow RowFromBgra() {
       Cell<MoveFields<Bgra, R10Big>>(kR10BigFull),
       Cell<MoveFields<Bgra, R10Little>>(kR10LittleFull),
       Cell<MoveFields<Bgra, R10Alpha>>(kR10Alpha),
+      Cell<BgraToTwelveBit<ByteOrder::kBig>>(kR12Big),
+      Cell<BgraToTwelveBit<ByteOrder::kLittle>>(kR12Little),
       CrossingCell<RgbToYuv, BgraSource, TwoVuyDestination>(k2vuy),
       CrossingCell<RgbToYuv, BgraSource, V210Destination>(kV210),
       CrossingCell<RgbToYuv, BgraSource, Ay10Destination>(kAy10),

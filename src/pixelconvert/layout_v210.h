@@ -123,9 +123,14 @@ struct V210Destination {
                           Transform::Samples(site[2], m.cb, pixel[5], m.y));
   }
 
-  /// Stores two words of each run from their halves, [word a × 4 | word b × 4].
-  static void StoreHalves(std::uint8_t* dst, simd::Vector low, simd::Vector high) {
-    ScatterPixels(dst, kRow.bytes, _mm_unpacklo_epi16(low, high), _mm_unpackhi_epi16(low, high));
+  /// Stores finished samples of one group of each run: of its three sites the chroma,
+  /// [Cb × 4 | Cr × 4], and the luma, [even × 4 | odd × 4].
+  static void StoreSites(std::uint8_t* dst, std::size_t runBytes, const simd::Vector (&chroma)[3],
+                         const simd::Vector (&luma)[3]) {
+    StoreWords(dst, runBytes, simd::OuterHalves(chroma[0], luma[0]),
+               simd::LowHalves(luma[0], chroma[1]), simd::InnerHalves(chroma[0], luma[1]));
+    StoreWords(dst + 8, runBytes, simd::InnerHalves(chroma[1], luma[2]),
+               simd::HighHalves(luma[1], chroma[2]), simd::OuterHalves(chroma[2], luma[2]));
   }
 
  private:
@@ -148,7 +153,19 @@ struct V210Destination {
       low = _mm_add_epi16(low, simd::WordHalves(c, y));
       high = _mm_add_epi16(high, simd::WordHalves(y / 64 + (c << 4), c / 64 + (y << 4)));
     }
-    StoreHalves(dst, low, high);
+    StoreHalves(dst, kRow.bytes, low, high);
+  }
+
+  static void StoreWords(std::uint8_t* dst, std::size_t runBytes, simd::Vector first,
+                         simd::Vector second, simd::Vector third) {
+    StoreHalves(dst, runBytes, _mm_or_si128(first, _mm_slli_epi16(second, 10)),
+                _mm_or_si128(_mm_srli_epi16(second, 6), _mm_slli_epi16(third, 4)));
+  }
+
+  // Two words of each run from their halves, [word a × 4 | word b × 4].
+  static void StoreHalves(std::uint8_t* dst, std::size_t runBytes, simd::Vector low,
+                          simd::Vector high) {
+    ScatterPixels(dst, runBytes, _mm_unpacklo_epi16(low, high), _mm_unpackhi_epi16(low, high));
   }
 
   // Saturation at the top of a signed word, then at the bottom of an unsigned one.

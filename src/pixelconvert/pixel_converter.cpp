@@ -25,9 +25,12 @@ constexpr SourceRow kRows[] = {
     {kR10BigFull, RowFromR10BigFull},
     {kR10Alpha, RowFromR10BigFull},
     {kR10LittleFull, RowFromR10LittleFull},
+    {kR12Big, RowFromR12Big},
+    {kR12Little, RowFromR12Little},
     {k2vuy, RowFrom2vuy},
     {kV210, RowFromV210ToRgb8},
     {kV210, RowFromV210ToRgb10},
+    {kV210, RowFromV210To2vuy},
     {kAy10, RowFromAy10},
 };
 

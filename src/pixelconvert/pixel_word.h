@@ -32,6 +32,8 @@ struct R210      { static constexpr PixelWord kWord{ByteOrder::kBig,    10, 20, 
 struct R10Big    { static constexpr PixelWord kWord{ByteOrder::kBig,    10, 22, 12,  2, 0}; };
 struct R10Little { static constexpr PixelWord kWord{ByteOrder::kLittle, 10, 22, 12,  2, 0}; };
 struct R10Alpha  { static constexpr PixelWord kWord{ByteOrder::kBig,    10, 22, 12,  2, 0x00000003}; };
+// A word of `v210` holds three samples of its row as `RGB3` holds three bytes of a row of `2vuy`.
+struct V210Word  { static constexpr PixelWord kWord{ByteOrder::kLittle, 10,  0, 10, 20, 0}; };
 // clang-format on
 }  // namespace layout
 

@@ -15,12 +15,6 @@
 
 namespace mixdecks {
 
-/// Two neighbouring pixels of each run, 32 bits each.
-struct PixelPair {
-  simd::Vector even;
-  simd::Vector odd;
-};
-
 /// Stores pixels of four bytes. `Layout::Pack` makes pixels of samples.
 template <class Layout>
 struct FourByteDestination {

@@ -87,48 +87,68 @@ struct RgbToRgb {
   };
 };
 
+/// Red and blue are the outer channels of a pixel, in either order: one in each half of its word.
+struct OuterFields {
+  int lower;
+  int upper;  ///< counted from the upper half's own lowest bit
+};
+
+constexpr OuterFields OuterFieldsOf(const PixelWord& word) {
+  return word.red < word.blue ? OuterFields{word.red, word.blue - 16}
+                              : OuterFields{word.blue, word.red - 16};
+}
+
+/// Whether the outer channels change places.
+template <class Source, class Destination>
+inline constexpr bool kOuterSwapped = (Source::kWord.red < Source::kWord.blue) !=
+                                      (Destination::kWord.red < Destination::kWord.blue);
+
 /// Fields that keep their range only move. Eight bits become ten with zeros below, ten become eight
-/// without the two lowest.
+/// without the two lowest: the tops of the fields meet.
 template <class Source, class Destination>
 struct FieldMove {
   static simd::Vector Convert(simd::Vector pixels) {
-    constexpr PixelWord to = Destination::kWord;
-    simd::Vector moved = Field<kRed.distance>(pixels, kRed, kGreen, kBlue);
-    if constexpr (kGreen.distance != kRed.distance) {
-      moved = _mm_or_si128(moved, Field<kGreen.distance>(pixels, kRed, kGreen, kBlue));
-    }
-    if constexpr (kBlue.distance != kRed.distance && kBlue.distance != kGreen.distance) {
-      moved = _mm_or_si128(moved, Field<kBlue.distance>(pixels, kRed, kGreen, kBlue));
-    }
-    return to.opaque == 0 ? moved : _mm_or_si128(moved, simd::DoubleWords(to.opaque));
+    constexpr std::uint32_t opaque = Destination::kWord.opaque;
+    const simd::Vector moved = Move(pixels);
+    return opaque == 0 ? moved : _mm_or_si128(moved, simd::DoubleWords(opaque));
   }
 
  private:
-  struct Move {
-    int distance;        // to the left
-    std::uint32_t mask;  // at the destination
-  };
+  static constexpr PixelWord kFrom = Source::kWord;
+  static constexpr PixelWord kTo = Destination::kWord;
+  static constexpr int kBits = kFrom.bits < kTo.bits ? kFrom.bits : kTo.bits;
+  static constexpr int kFromTop = kFrom.bits - kBits;  // bits that stay behind
+  static constexpr int kToTop = kTo.bits - kBits;      // bits that stay zero
+  static constexpr std::uint32_t kField = (1u << kBits) - 1;
 
-  // The tops of the fields meet.
-  static constexpr Move MoveOf(int from, int to) {
-    constexpr int fromBits = Source::kWord.bits;
-    constexpr int toBits = Destination::kWord.bits;
-    constexpr int bits = fromBits < toBits ? fromBits : toBits;
-    return {(to + toBits) - (from + fromBits), ((1u << bits) - 1) << (to + toBits - bits)};
+  static simd::Vector Move(simd::Vector pixels) {
+    constexpr int distance = kTo.green - kFrom.green;
+    if constexpr (kTo.red - kFrom.red == distance && kTo.blue - kFrom.blue == distance &&
+                  kFrom.bits == kTo.bits) {
+      constexpr std::uint32_t fields = kField << kTo.red | kField << kTo.green | kField << kTo.blue;
+      return _mm_and_si128(simd::ShiftDoubleWords<distance>(pixels), simd::DoubleWords(fields));
+    } else {
+      return _mm_or_si128(MoveOuter(pixels), MoveGreen(pixels));
+    }
   }
 
-  static constexpr Move kRed = MoveOf(Source::kWord.red, Destination::kWord.red);
-  static constexpr Move kGreen = MoveOf(Source::kWord.green, Destination::kWord.green);
-  static constexpr Move kBlue = MoveOf(Source::kWord.blue, Destination::kWord.blue);
+  static simd::Vector MoveGreen(simd::Vector pixels) {
+    constexpr int from = kFrom.green + kFromTop;
+    const simd::Vector green = _mm_and_si128(pixels, simd::DoubleWords(kField << from));
+    return simd::ShiftDoubleWords<kTo.green + kToTop - from>(green);
+  }
 
-  // All fields that go the same distance, in one step.
-  template <int kDistance>
-  static simd::Vector Field(simd::Vector pixels, Move red, Move green, Move blue) {
-    std::uint32_t mask = 0;
-    for (const Move& move : {red, green, blue}) {
-      if (move.distance == kDistance) mask |= move.mask;
-    }
-    return _mm_and_si128(simd::ShiftDoubleWords<kDistance>(pixels), simd::DoubleWords(mask));
+  static simd::Vector MoveOuter(simd::Vector pixels) {
+    constexpr bool swapped = kOuterSwapped<Source, Destination>;
+    constexpr OuterFields from = OuterFieldsOf(kFrom);
+    constexpr OuterFields to = OuterFieldsOf(kTo);
+    constexpr int lower = (swapped ? to.upper : to.lower) + kToTop - from.lower - kFromTop;
+    constexpr int upper = (swapped ? to.lower : to.upper) + kToTop - from.upper - kFromTop;
+    constexpr std::uint32_t fields =
+        kField << (from.lower + kFromTop) | kField << (from.upper + kFromTop + 16);
+    const simd::Vector moved =
+        simd::ShiftWords<lower, upper>(_mm_and_si128(pixels, simd::DoubleWords(fields)));
+    return swapped ? simd::SwapWords(moved) : moved;
   }
 };
 
@@ -138,18 +158,16 @@ struct SplitPixels {
   simd::Vector green;  ///< in the lower words, the upper ones zero
 };
 
-/// Red and blue are the outer channels of a pixel, in either order.
 template <class Layout>
 SplitPixels Split(simd::Vector pixels) {
   constexpr PixelWord word = Layout::kWord;
+  constexpr OuterFields at = OuterFieldsOf(word);
   constexpr std::uint32_t field = (1u << word.bits) - 1;
   constexpr int top = 16 - word.bits;
-  constexpr int lower = word.red < word.blue ? word.red : word.blue;
-  constexpr int upper = (word.red < word.blue ? word.blue : word.red) - 16;
   const simd::Vector outer =
-      _mm_and_si128(pixels, simd::DoubleWords(field << lower | field << (upper + 16)));
+      _mm_and_si128(pixels, simd::DoubleWords(field << at.lower | field << (at.upper + 16)));
   const simd::Vector green = _mm_and_si128(pixels, simd::DoubleWords(field << word.green));
-  return {simd::ShiftWordsUp<top - lower, top - upper>(outer),
+  return {simd::ShiftWords<top - at.lower, top - at.upper>(outer),
           simd::ShiftDoubleWords<top - word.green>(green)};
 }
 
@@ -157,17 +175,12 @@ SplitPixels Split(simd::Vector pixels) {
 template <class Layout, bool kSwap>
 simd::Vector Join(SplitPixels samples) {
   constexpr PixelWord word = Layout::kWord;
-  constexpr int lower = word.red < word.blue ? word.red : word.blue;
-  constexpr int upper = (word.red < word.blue ? word.blue : word.red) - 16;
+  constexpr OuterFields at = OuterFieldsOf(word);
   const simd::Vector outer = kSwap ? simd::SwapWords(samples.outer) : samples.outer;
-  const simd::Vector joined = _mm_or_si128(simd::ShiftWordsUp<lower, upper>(outer),
+  const simd::Vector joined = _mm_or_si128(simd::ShiftWords<at.lower, at.upper>(outer),
                                            simd::ShiftDoubleWords<word.green>(samples.green));
   return word.opaque == 0 ? joined : _mm_or_si128(joined, simd::DoubleWords(word.opaque));
 }
-
-template <class Source, class Destination>
-inline constexpr bool kOuterSwapped = (Source::kWord.red < Source::kWord.blue) !=
-                                      (Destination::kWord.red < Destination::kWord.blue);
 
 /// Full range of any depth to ten bits of video range.
 template <class Source, class Destination>

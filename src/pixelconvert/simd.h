@@ -32,6 +32,11 @@ inline Vector LoadQuarter(const std::uint8_t* from) {
   return _mm_cvtsi32_si128(word);
 }
 
+inline void StoreQuarter(std::uint8_t* to, Vector v) {
+  const std::int32_t word = _mm_cvtsi128_si32(v);
+  std::memcpy(to, &word, sizeof(word));
+}
+
 inline void StoreLowHalf(std::uint8_t* to, Vector v) {
   _mm_storel_epi64(reinterpret_cast<Vector*>(to), v);
 }
@@ -127,11 +132,17 @@ Vector ShiftDoubleWords(Vector v) {
   }
 }
 
-/// Shifts the even words left by one distance and the odd ones by another.
+/// Shifts the even words left by one distance and the odd ones by another, or right by negative
+/// ones. No set bit may be shifted out.
 template <int kEven, int kOdd>
-Vector ShiftWordsUp(Vector v) {
+Vector ShiftWords(Vector v) {
+  constexpr int least = kEven < kOdd ? kEven : kOdd;
   if constexpr (kEven == kOdd) {
-    return kEven == 0 ? v : _mm_slli_epi16(v, kEven);
+    return kEven < 0 ? _mm_srli_epi16(v, -kEven) : _mm_slli_epi16(v, kEven);
+  } else if constexpr (kEven < 0 && kOdd < 0) {
+    return _mm_mulhi_epu16(v, WordPairs(1 << (16 + kEven), 1 << (16 + kOdd)));
+  } else if constexpr (least < 0) {
+    return ShiftWords<kEven - least, kOdd - least>(_mm_srli_epi16(v, -least));
   } else {
     return _mm_mullo_epi16(v, WordPairs(1 << kEven, 1 << kOdd));
   }

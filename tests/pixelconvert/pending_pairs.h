@@ -15,7 +15,7 @@ struct PendingRow {
 
 inline constexpr std::array<PendingRow, 16> kPendingPairs = {{
     {"32", ""},
-    {"BGRA", "R12B R12L"},
+    {"BGRA", ""},
     {"RGBA", ""},
     {"RGB3", ""},
     {"r210", ""},
@@ -25,10 +25,10 @@ inline constexpr std::array<PendingRow, 16> kPendingPairs = {{
     {"R10B", ""},
     {"R10L", ""},
     {"R10A", ""},
-    {"R12B", "32 BGRA 2vuy v210"},
-    {"R12L", "32 BGRA 2vuy v210"},
-    {"2vuy", "v210 ay10"},
-    {"v210", "2vuy"},
+    {"R12B", ""},
+    {"R12L", ""},
+    {"2vuy", ""},
+    {"v210", ""},
     {"ay10", ""},
 }};
 

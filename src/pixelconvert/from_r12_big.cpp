@@ -1,0 +1,23 @@
+#include "pixelconvert/converter_rows.h"
+#include "pixelconvert/rgb12_to_yuv.h"
+#include "pixelconvert/twelve_bit.h"
+
+namespace mixdecks {
+namespace {
+
+template <ColourSpaceIndex kSpace, class Destination>
+using ToYuv = TwelveBitToYuv<kSpace, ByteOrder::kBig, Destination>;
+
+}  // namespace
+
+ConverterRow RowFromR12Big() {
+  static constexpr ConverterCell kCells[] = {
+      Cell<TwelveBitToArgb<ByteOrder::kBig>>(kArgb32),
+      Cell<TwelveBitToArgb<ByteOrder::kBig>>(kBgra),
+      CrossingCell<ToYuv, TwoVuyFromFloats>(k2vuy),
+      CrossingCell<ToYuv, V210FromFloats>(kV210),
+  };
+  return kCells;
+}
+
+}  // namespace mixdecks
