@@ -63,7 +63,6 @@ TEST_P(Exhaustive, EveryColour) {
   for (ColourSpaceIndex space = 0; space < (cell.usesColourSpace ? 2 : 1); ++space) {
     const Conversion conversion = {&source, &destination, space,
                                    GetPixelConverter(source.code, destination.code, space)};
-    if (conversion.converter == nullptr) GTEST_SKIP() << Describe(conversion) << " is pending";
     for (std::uint32_t first = 0; first < kRows; first += kRowsOfPicture * step) {
       Rows rows;
       for (std::uint32_t row = 0; row < kRowsOfPicture; ++row) {
@@ -87,7 +86,6 @@ TEST(AllSampleValues, OfEveryPair) {
   constexpr std::array<int, 3> kEighths = {0, 4, 8};
   Validator validator;
   for (const Conversion& conversion : AllConversions()) {
-    if (conversion.converter == nullptr) continue;
     const std::uint32_t width = 2u << reference::DepthOf(*conversion.source);
     Rows rows;
     for (int running = 0; running < 3; ++running) {

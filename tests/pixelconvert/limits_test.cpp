@@ -12,6 +12,7 @@
 namespace mixdecks::proof {
 namespace {
 
+// A converter that is missing is the other tests' finding.
 std::vector<Conversion> ExistingConversions() {
   std::vector<Conversion> existing = AllConversions();
   std::erase_if(existing, [](const Conversion& c) { return c.converter == nullptr; });

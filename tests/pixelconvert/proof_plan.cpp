@@ -129,7 +129,6 @@ Totals Count(const Plan& plan, const std::vector<Conversion>& conversions) {
   std::set<std::pair<PixelFormatCode, PixelFormatCode>> pairs;
   const std::size_t pictures = kContents.size() * plan.repeats;
   for (const Conversion& conversion : conversions) {
-    if (conversion.converter == nullptr) continue;
     pairs.emplace(conversion.source->code, conversion.destination->code);
     ++totals.conversions;
     for (const std::uint32_t width : WidthsOf(conversion, plan)) {

@@ -23,8 +23,8 @@ struct Plan {
 /// The plan of this run's options.
 Plan ThePlan();
 
-/// Every supported pair, those that depend on the colour space once for each. A pair whose
-/// converter is still missing has a null one.
+/// Every supported pair, those that depend on the colour space once for each. A converter that the
+/// lookup does not give is null.
 std::vector<Conversion> AllConversions();
 
 /// The legal widths to compare for a conversion: 1 to 300, and widths that are of use or special.
@@ -41,7 +41,7 @@ struct Totals {
   std::size_t pairs = 0, conversions = 0, widths = 0, calls = 0, pixels = 0;
 };
 
-/// What the plan amounts to for the conversions that exist.
+/// What the plan amounts to for these conversions.
 Totals Count(const Plan& plan, const std::vector<Conversion>& conversions);
 
 /// The head of the test report.

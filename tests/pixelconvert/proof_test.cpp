@@ -39,10 +39,9 @@ TEST_P(Proof, EqualsTheReference) {
   const Plan plan = ThePlan();
   std::vector<Conversion> conversions;
   for (const Conversion& conversion : AllConversions()) {
-    if (conversion.source->code != GetParam().code || conversion.converter == nullptr) continue;
-    conversions.push_back(conversion);
+    if (conversion.source->code == GetParam().code) conversions.push_back(conversion);
   }
-  if (conversions.empty()) GTEST_SKIP() << "no converter from this format is there to compare";
+  if (conversions.empty()) GTEST_SKIP() << "the options of this run leave no pair of this format";
 
   Validator validator;
   Outcome all;

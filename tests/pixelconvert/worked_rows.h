@@ -15,7 +15,7 @@ namespace mixdecks::proof {
 using Bytes = std::vector<std::uint8_t>;
 
 /// What becomes of a source row. The result is the reference's; the library must give the same in
-/// guarded memory, or the test fails here. Pairs still pending are the reference's alone.
+/// guarded memory, or the test fails here.
 Bytes Convert(std::string_view source, std::string_view destination, ColourSpaceIndex colourSpace,
               std::size_t width, const Bytes& row);
 

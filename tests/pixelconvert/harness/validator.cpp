@@ -81,6 +81,7 @@ void Validator::Grow(std::size_t bytes) {
 
 std::string Validator::Check(const Conversion& conversion, const Picture& picture,
                              const Layout& layout) {
+  if (conversion.converter == nullptr) return "the lookup gives no converter";
   const std::size_t sourceBytes = reference::SourceRowBytes(conversion.source->code, picture.width);
   const std::size_t destinationBytes =
       reference::DestinationRowBytes(conversion.destination->code, picture.width);
