@@ -33,7 +33,7 @@ std::string_view AlphaText(FrameAlpha alpha) noexcept;
 
 /// The still in a slot.
 struct Still {
-  std::u16string name;
+  std::u16string name = {};
   std::uint32_t mode = 0;  ///< video mode it was made for, a code of `VideoModes()`
   std::uint32_t width = 0;
   std::uint32_t height = 0;
@@ -46,9 +46,9 @@ struct Still {
 
 /// All of a pool but the frames. Slots and players count from 0.
 struct PoolContents {
-  std::uint32_t mode = 0;                             ///< the switcher's video mode
-  std::vector<std::optional<Still>> slots;            ///< nothing in a slot without a still
-  std::vector<std::optional<std::uint32_t>> players;  ///< the slot each player shows
+  std::uint32_t mode = 0;                                  ///< the switcher's video mode
+  std::vector<std::optional<Still>> slots = {};            ///< nothing in a slot without a still
+  std::vector<std::optional<std::uint32_t>> players = {};  ///< the slot each player shows
   friend bool operator==(const PoolContents&, const PoolContents&) = default;
 };
 

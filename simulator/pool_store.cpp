@@ -52,9 +52,8 @@ class PoolStore::Staging {
   Staging(const Staging&) = delete;
   Staging& operator=(const Staging&) = delete;
   ~Staging() {
-    if (committed_) return;
-    for (const path& file : files_)
-      store_.ForgetStaged(file);
+    if (mayCount_) return;
+    for (const path& file : files_) store_.ForgetStaged(file);
   }
 
   void Add(std::string_view name, std::span<const std::uint8_t> bytes) {
@@ -65,8 +64,14 @@ class PoolStore::Staging {
   void Commit(PoolContents contents) {
     Add(kSheetName, BytesOf(WriteContactSheet(contents)));
     Add(kPoolDocumentName, BytesOf(WritePoolDocument(contents)));
-    PutLastInPlace();
-    committed_ = true;
+    mayCount_ = true;
+    try {
+      PutLastInPlace();
+    } catch (const filesystem_error&) {
+      // A refusal may come late, over a network for instance: what the folder says now counts.
+      store_.contents_ = LoadPool(store_.folder_);
+      throw;
+    }
     store_.contents_ = std::move(contents);
     while (!files_.empty())
       PutLastInPlace();
@@ -80,7 +85,7 @@ class PoolStore::Staging {
 
   PoolStore& store_;
   std::vector<path> files_;
-  bool committed_ = false;
+  bool mayCount_ = false;  ///< the files prepared are not to be removed any more
 };
 
 PoolStore::PoolStore(path folder, const PoolShape& shape, FileOperations& files)

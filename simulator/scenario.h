@@ -55,13 +55,13 @@ enum class ServicePresence : std::uint8_t {
 
 struct Scenario {
   // Of the equipment. What is not given is as the pool has it, or the default for a new pool.
-  std::optional<std::uint32_t> slots;    ///< still slots; 20
-  std::optional<std::uint32_t> players;  ///< media players; 4
-  std::optional<std::uint32_t> mode;     ///< video mode, one of `VideoModes()`; `10i9`
+  std::optional<std::uint32_t> slots = std::nullopt;    ///< still slots; 20
+  std::optional<std::uint32_t> players = std::nullopt;  ///< media players; 4
+  std::optional<std::uint32_t> mode = std::nullopt;  ///< video mode, one of `VideoModes()`; `10i9`
   /// What `GetVideoMode` tells instead of the true mode; any code.
-  std::optional<std::uint32_t> reportedMode;
+  std::optional<std::uint32_t> reportedMode = std::nullopt;
   /// Addresses that are answered; none given: every dotted address is.
-  std::vector<std::u16string> addresses;
+  std::vector<std::u16string> addresses = {};
   std::uint32_t rowPadding = 0;  ///< bytes between the rows of a frame
 
   // Of time. Tests order events by hooks; these are for people to watch.
@@ -71,7 +71,7 @@ struct Scenario {
   std::chrono::milliseconds uploadTime{0};     ///< of one frame
 
   ServicePresence service = ServicePresence::kPresent;
-  std::vector<ScriptStep> script;
+  std::vector<ScriptStep> script = {};
 };
 
 /// A scenario that cannot be read. The text names the file, the key and what is allowed there.

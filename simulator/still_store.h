@@ -17,9 +17,9 @@ namespace mixdecks::simulator {
 /// What equipment a pool is opened for. What is not given stays as the pool has it, or is the
 /// default for a new pool.
 struct PoolShape {
-  std::optional<std::uint32_t> slots;
-  std::optional<std::uint32_t> players;
-  std::optional<std::uint32_t> mode;
+  std::optional<std::uint32_t> slots = std::nullopt;
+  std::optional<std::uint32_t> players = std::nullopt;
+  std::optional<std::uint32_t> mode = std::nullopt;
 };
 
 /// A new pool's contents.

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 #include "platform/four_character_code.h"
@@ -28,11 +29,12 @@ inline std::vector<std::uint8_t> SolidFrame(std::uint32_t mode, std::uint32_t al
                                             std::uint32_t cb, std::uint32_t cr,
                                             std::uint32_t luma) {
   const VideoModeInfo& info = *FindVideoMode(mode);
-  std::vector<std::uint8_t> frame;
-  frame.reserve(std::size_t{4} * info.width * info.height);
-  for (std::size_t pair = 0; pair < std::size_t{info.width} * info.height / 2; ++pair) {
-    AppendPixel(frame, alpha, cb, luma);
-    AppendPixel(frame, alpha, cr, luma);
+  std::vector<std::uint8_t> pair;
+  AppendPixel(pair, alpha, cb, luma);
+  AppendPixel(pair, alpha, cr, luma);
+  std::vector<std::uint8_t> frame(std::size_t{4} * info.width * info.height);
+  for (std::size_t at = 0; at < frame.size(); at += pair.size()) {
+    std::memcpy(frame.data() + at, pair.data(), pair.size());
   }
   return frame;
 }
