@@ -3,29 +3,44 @@
 namespace mixdecks {
 
 CallbackGate::CallbackGate() noexcept
-    : usable_(CreateWaitMutex(mutex_) == 0 && CreateWaitEventPair(emptied_) == 0) {}
+    : usable_(CreateWaitMutex(mutex_) == 0 && CreateWaitEventPair(emptiedEvent_) == 0) {}
 
 CallbackGate::~CallbackGate() {
-  DestroyWaitEventPair(emptied_);
-  if (mutex_.handle != nullptr) DestroyWaitMutex(mutex_);
+  DestroyWaitingObjects();
 }
 
-void CallbackGate::WaitUntilEmpty() noexcept {
-  const WaitLock lock(mutex_);
-  while (inside_ > 0 && WaitEventReleasing(emptied_, mutex_) == 0) {
+void CallbackGate::Close() noexcept {
+  {
+    const WaitLock lock(mutex_);
+    const bool busy = state_.fetch_or(kClosed) != 0;
+    while (busy && !emptied_ && WaitEventReleasing(emptiedEvent_, mutex_) == 0) {
+    }
   }
+  DestroyWaitingObjects();
 }
 
-void CallbackGate::Enter() noexcept {
-  const WaitLock lock(mutex_);
-  ++inside_;
+bool CallbackGate::Enter() noexcept {
+  std::uint32_t state = state_;
+  while ((state & kClosed) == 0) {
+    if (state_.compare_exchange_weak(state, state + 1)) return true;
+  }
+  return false;
 }
 
-// Signals before the mutex is let go: the waiter cannot get on, and the gate cannot end, until
-// this thread is through with both.
+// The last one out of a closed gate signals before it lets the mutex go: whoever closes cannot get
+// on, and nothing here can end, until this thread is through with both.
 void CallbackGate::Leave() noexcept {
+  if (--state_ != kClosed) return;
   const WaitLock lock(mutex_);
-  if (--inside_ == 0) SignalWaitEvent(emptied_);
+  emptied_ = true;
+  SignalWaitEvent(emptiedEvent_);
+}
+
+void CallbackGate::DestroyWaitingObjects() noexcept {
+  if (emptiedEvent_.record != nullptr) DestroyWaitEventPair(emptiedEvent_);
+  if (mutex_.handle != nullptr) DestroyWaitMutex(mutex_);
+  emptiedEvent_ = {};
+  mutex_ = {};
 }
 
 }  // namespace mixdecks

@@ -1,12 +1,16 @@
-// Counts the service's callbacks that are inside an object, so that its end can wait for them.
+// Counts the service's callbacks that are inside an object, so that its end can wait for them, and
+// turns away those that come later.
 #pragma once
+
+#include <atomic>
+#include <cstdint>
 
 #include "control/wait_primitives.h"
 
 namespace mixdecks {
 
-/// Callbacks pass through it on any thread of the service; one thread waits for them, once no
-/// further callback can begin. A callback that passes holds no lock on its way in or out.
+/// Callbacks pass through it on any thread of the service; one thread closes it. A callback that
+/// passes holds no lock on its way in or out. A closed gate holds nothing of the system's.
 class CallbackGate {
  public:
   CallbackGate() noexcept;
@@ -17,28 +21,36 @@ class CallbackGate {
   /// Whether the system gave what the gate needs.
   bool Usable() const noexcept { return usable_; }
 
-  /// Returns when no callback is inside.
-  void WaitUntilEmpty() noexcept;
+  /// Lets no callback in any more and returns when none is inside. Once.
+  void Close() noexcept;
 
-  /// Held by a callback from its first step to its last.
+  /// Held by a callback from its first step to its last; false when the gate was closed.
   class Pass {
    public:
-    explicit Pass(CallbackGate& gate) noexcept : gate_(gate) { gate_.Enter(); }
-    ~Pass() { gate_.Leave(); }
+    explicit Pass(CallbackGate& gate) noexcept : gate_(gate), granted_(gate.Enter()) {}
+    ~Pass() {
+      if (granted_) gate_.Leave();
+    }
     Pass(const Pass&) = delete;
     Pass& operator=(const Pass&) = delete;
+    explicit operator bool() const noexcept { return granted_; }
 
    private:
     CallbackGate& gate_;
+    bool granted_;
   };
 
  private:
-  void Enter() noexcept;
-  void Leave() noexcept;
+  static constexpr std::uint32_t kClosed = 0x80000000;
 
-  WaitMutex mutex_;  ///< guards the count; nothing else is taken while it is held
-  WaitEventPair emptied_;
-  int inside_ = 0;
+  bool Enter() noexcept;
+  void Leave() noexcept;
+  void DestroyWaitingObjects() noexcept;
+
+  std::atomic<std::uint32_t> state_{0};  ///< callbacks inside; with `kClosed` once it is closed
+  WaitMutex mutex_;                      ///< guards the next two; nothing is taken while it is held
+  bool emptied_ = false;                 ///< the last callback left a closed gate
+  WaitEventPair emptiedEvent_;
   bool usable_;
 };
 

@@ -28,7 +28,7 @@ HResult SwitcherTransfer::Ignored4() {
 
 HResult SwitcherTransfer::Notify(std::uint32_t event) {
   const CallbackGate::Pass pass(gate_);
-  if (event != kEventDisconnected) return kResultOk;
+  if (!pass || event != kEventDisconnected) return kResultOk;
   {
     const WaitLock lock(connection_.transferMutex);
     Disconnect();
@@ -39,6 +39,7 @@ HResult SwitcherTransfer::Notify(std::uint32_t event) {
 
 HResult SwitcherTransfer::Locked() {
   const CallbackGate::Pass pass(gate_);
+  if (!pass) return kResultOk;
   const WaitLock lock(connection_.transferMutex);
   if (connection_.stills && frame_) {
     connection_.stills->SetPicture(pendingSlot_, pendingName_.Get(), frame_.Get());
@@ -48,6 +49,7 @@ HResult SwitcherTransfer::Locked() {
 
 HResult SwitcherTransfer::Notify(std::uint32_t event, void*, std::uint32_t slot) {
   const CallbackGate::Pass pass(gate_);
+  if (!pass) return kResultOk;
   switch (event) {
     case kEventNameChanged:
     case kEventValidityChanged:

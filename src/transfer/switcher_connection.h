@@ -10,14 +10,17 @@ namespace mixdecks {
 /// and short service calls; never while scaling, converting, connecting or posting a result.
 struct SwitcherConnection {
   SwitcherConnection() noexcept { CreateWaitMutex(transferMutex); }
-  ~SwitcherConnection() {
-    if (Usable()) DestroyWaitMutex(transferMutex);
-  }
+  ~SwitcherConnection() { DestroyMutex(); }
   SwitcherConnection(const SwitcherConnection&) = delete;
   SwitcherConnection& operator=(const SwitcherConnection&) = delete;
 
   /// Whether the system gave a mutex.
   bool Usable() const noexcept { return transferMutex.handle != nullptr; }
+  /// Gives the mutex back to the system; nobody may use it any more.
+  void DestroyMutex() noexcept {
+    if (Usable()) DestroyWaitMutex(transferMutex);
+    transferMutex = {};
+  }
 
   WaitMutex transferMutex;
   ServicePointer<ITMKSwitcher> switcher;

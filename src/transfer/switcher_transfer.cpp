@@ -1,7 +1,5 @@
 // Life of a SwitcherTransfer and the two operations that the worker calls.
 
-#include "transfer/switcher_transfer.h"
-
 #include <new>
 #include <utility>
 
@@ -38,23 +36,23 @@ void Drop(ServicePointer<Object>& field, Callback* callback) {
 
 }  // namespace
 
-std::unique_ptr<SwitcherSide> CreateSwitcherTransfer(ExportGlobals* hostContext,
-                                                     ExportControl& control) {
-  return std::unique_ptr<SwitcherSide>(new (std::nothrow) SwitcherTransfer(hostContext, control));
-}
-
 SwitcherTransfer::SwitcherTransfer(ExportGlobals* hostContext, ExportControl& control)
-    : control_(control) {
-  if (!connection_.Usable() || !gate_.Usable() || !session_.Entered()) throw kServiceAbsent;
+    : control_(control), session_(std::in_place) {
+  if (!connection_.Usable() || !gate_.Usable() || !session_->Entered()) throw kServiceAbsent;
   if (Failed(CreateSwitcherDiscovery(discovery_.Receive()))) throw kServiceAbsent;
   if (discovery_) return;
   TellInstallationIsCorrupt(hostContext);
   throw kServiceAbsent;
 }
 
+SwitcherTransfer::~SwitcherTransfer() {
+  Close();
+}
+
 // No thread of ours is left when the callbacks go, and no callback when the fields go. What the
 // service owns is released before the session ends, for the session's end may unload the service.
-SwitcherTransfer::~SwitcherTransfer() {
+void SwitcherTransfer::Close() noexcept {
+  if (!session_) return;
   ConnectAttempts attempts;
   {
     const WaitLock lock(connection_.transferMutex);
@@ -67,7 +65,11 @@ SwitcherTransfer::~SwitcherTransfer() {
     Disconnect();
   }
   discovery_.Reset();
-  gate_.WaitUntilEmpty();
+  gate_.Close();
+  pendingName_ = Text();
+  connection_.DestroyMutex();
+  frame_.Reset();
+  session_.reset();
 }
 
 HResult SwitcherTransfer::Connect(const char16_t* address) {

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "control/switcher_side.h"
@@ -31,8 +32,8 @@ class DestructibleLockCallback : public ITMKSwitcherLockCallback {
 /// one of them uses. It is never held while a result is posted, and a callback takes no other lock
 /// beside it, so no thread can wait for another in a circle.
 ///
-/// The four callback tables count no references: callbacks are removed before the object ends, and
-/// its end waits for those that are still inside.
+/// The four callback tables count no references: callbacks are removed before the object closes,
+/// and closing waits for those that are still inside.
 class SwitcherTransfer final : public DestructibleLockCallback,
                                public ITMKSwitcherMediaPoolCallback,
                                public ITMKSwitcherCallback,
@@ -42,9 +43,16 @@ class SwitcherTransfer final : public DestructibleLockCallback,
   /// Throws `kServiceAbsent` when the service cannot be created; if the service itself reported
   /// success but gave no object, a message box on the host's window says so first.
   SwitcherTransfer(ExportGlobals* hostContext, ExportControl& control);
+  /// Closes.
   ~SwitcherTransfer() override;
   SwitcherTransfer(const SwitcherTransfer&) = delete;
   SwitcherTransfer& operator=(const SwitcherTransfer&) = delete;
+
+  /// Ends all threads and callbacks of the object and gives back everything of the service's. Takes
+  /// as long as the service takes to give up connecting. A callback that the service begins after
+  /// that, because it had looked the callback up before, is answered and does nothing. The thread
+  /// that created the object.
+  void Close() noexcept;
 
   // SwitcherSide, on the worker.
   HResult Connect(const char16_t* address) override;
@@ -88,11 +96,11 @@ class SwitcherTransfer final : public DestructibleLockCallback,
   void FinishUpload(bool completed, std::uint32_t slot);
   HResult ApplyToMediaPlayer(std::int32_t player, std::uint32_t slot);
 
-  // In the order they are made; the session ends last, when no object of the service is left.
+  // In the order they are made.
   ExportControl& control_;
   SwitcherConnection connection_;
   CallbackGate gate_;
-  ServiceSession session_;
+  std::optional<ServiceSession> session_;
   ServicePointer<ITMKSwitcherDiscovery> discovery_;
   std::atomic<std::int32_t> mediaPlayer_{0};  ///< of the current export; negative for none
 

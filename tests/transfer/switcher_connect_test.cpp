@@ -268,6 +268,23 @@ TEST_F(Connecting, WaitsForACallbackThatIsInsideWhenItCloses) {
   serviceThread.join();
 }
 
+TEST_F(Connecting, AnswersACallbackThatComesAfterItClosed) {
+  FrontEnd frontEnd;
+  frontEnd.Connect(3);
+  ITMKSwitcherCallback* switcher = service_.SwitcherCallbacks().front();
+  ITMKSwitcherMediaPoolCallback* pool = service_.MediaPoolCallbacks().front();
+  ITMKSwitcherStillsCallback* stills = service_.StillsCallbacks().front();
+  frontEnd.Close();
+  const std::vector<std::string> calls = service_.Calls();
+  std::thread([=] {
+    EXPECT_EQ(switcher->Notify(kEventDisconnected), kResultOk);
+    EXPECT_EQ(pool->Ignored3(), kResultOk);
+    EXPECT_EQ(stills->Notify(kEventTransferCompleted, nullptr, 0), kResultOk);
+    EXPECT_EQ(stills->Notify(kEventNameChanged, nullptr, 0), kResultOk);
+  }).join();
+  EXPECT_EQ(service_.Calls(), calls);
+}
+
 TEST(MissingService, ThrowsWithoutABox) {
   RecordedBoxes boxes;
   {

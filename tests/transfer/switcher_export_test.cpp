@@ -245,6 +245,43 @@ TEST_F(Exporting, ClosesDuringAnUpload) {
   EXPECT_THAT(service_.StillsCallbacks(), IsEmpty());
 }
 
+// Whatever of the three comes first: nothing is left behind, and nobody waits for anybody.
+TEST_F(Exporting, ClosesWhileCallbacksComeIn) {
+  frontEnd_.Close();
+  for (int round = 0; round < 100; ++round) {
+    FrontEnd frontEnd;
+    frontEnd.Connect(3);
+    frontEnd.Open(Document(720, 486, true));
+    const int locks = service_.Count(Call::kLock);
+    frontEnd.Export(u"Title", 1, false, 0);
+    service_.WaitFor(Call::kLock, locks + 1);
+    service_.GrantLock();
+    ITMKSwitcherCallback* switcher = service_.SwitcherCallbacks().front();
+    ITMKSwitcherStillsCallback* stills = service_.StillsCallbacks().front();
+    std::latch together(3);
+    std::thread disconnecting([&] {
+      together.arrive_and_wait();
+      switcher->Notify(kEventDisconnected);
+    });
+    std::thread completing([&] {
+      together.arrive_and_wait();
+      stills->Notify(kEventTransferCompleted, nullptr, 1);
+    });
+    together.arrive_and_wait();
+    frontEnd.Close();
+    disconnecting.join();
+    completing.join();
+    ASSERT_EQ(service_.LiveObjects(), 0) << "round " << round;
+  }
+}
+
+TEST_F(Exporting, IgnoresALockThatIsGrantedAfterItClosed) {
+  ExportUpToTheLock();
+  frontEnd_.Close();
+  service_.GrantLock();
+  EXPECT_THAT(service_.Pictures(), IsEmpty());
+}
+
 TEST_F(Exporting, IgnoresALockThatIsGrantedTooLate) {
   ExportUpToTheLock();
   ITMKSwitcherStillsCallback* stills = service_.StillsCallbacks().front();
