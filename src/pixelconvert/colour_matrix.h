@@ -75,6 +75,19 @@ inline constexpr DecimalMatrix kDecimalMatrices[2] = {
     {0.183f, 0.614f, 0.062f, 0.439f, 0.101f, 0.339f, 0.439f, 0.399f, 0.04f},
 };
 
+inline constexpr float kDecimalBlack = 0.0625f;
+inline constexpr float kDecimalGrey = 0.5f;
+
+/// Whether all samples made of channels from 0 to 1 stay that far inside 0 to 1.
+constexpr bool StaysInside(const DecimalMatrix& m, float margin) {
+  const auto inside = [&](float offset, float up, float down) {
+    return offset - down > margin && offset + up < 1.0f - margin;
+  };
+  return inside(kDecimalBlack, m.yFromRed + m.yFromGreen + m.yFromBlue, 0.0f) &&
+         inside(kDecimalGrey, m.cbFromBlue, m.cbFromRed + m.cbFromGreen) &&
+         inside(kDecimalGrey, m.crFromRed, m.crFromGreen + m.crFromBlue);
+}
+
 template <SampleRange kRange, ColourSpaceIndex kSpace>
 inline constexpr ForwardMatrix kForwardMatrix = kForwardMatrices[static_cast<int>(kRange)][kSpace];
 

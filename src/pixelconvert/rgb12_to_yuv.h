@@ -58,6 +58,8 @@ class DecimalTransform {
 
  private:
   static constexpr DecimalMatrix kM = kDecimalMatrices[kSpace];
+  // So no sample has to be clamped behind it, whatever is rounded on the way.
+  static_assert(StaysInside(kM, 0.01f));
 
   static YuvPixel Pixel(const TwelveBitGroups<kOrder>& groups, std::size_t i) {
     const Floats red = Normalise(groups.Sample(i * 3));
@@ -69,7 +71,7 @@ class DecimalTransform {
     const Floats cb = _mm_sub_ps(Times(blue, kM.cbFromBlue), cbDown);
     const Floats crHalf = _mm_sub_ps(Times(red, kM.crFromRed), Times(green, kM.crFromGreen));
     const Floats cr = _mm_sub_ps(crHalf, Times(blue, kM.crFromBlue));
-    return {Plus(y, 0.0625f), Plus(cb, 0.5f), Plus(cr, 0.5f)};
+    return {Plus(y, kDecimalBlack), Plus(cb, kDecimalGrey), Plus(cr, kDecimalGrey)};
   }
 
   static Floats Normalise(simd::Vector samples) {
@@ -130,42 +132,51 @@ struct TwelveBitToYuv {
 };
 
 /// `2vuy`: the filter runs over scaled values, and the result is rounded.
+///
+/// Scaling by 255 happens in double precision and is rounded to single once: the product in single
+/// precision is the same. Halving is exact, so the halves of the filter are taken with the scale.
 struct TwoVuyFromFloats {
   static constexpr std::size_t kRun = kGroupPixels;
   static constexpr RowUnit kRow = k2vuyWritten;
 
-  static void Write(std::uint8_t* dst, YuvPixel left, const YuvPixel (&pixels)[kRun]) {
+  static void Write(std::uint8_t* dst, const YuvPixel& left, const YuvPixel (&pixels)[kRun]) {
+    Sides side = SidesOf(left);
 #pragma GCC unroll 2
     for (std::size_t x = 0; x < kRun; x += 4) {
-      const simd::Vector even = Pair(left, pixels[x], pixels[x + 1]);
-      const simd::Vector odd = Pair(pixels[x + 1], pixels[x + 2], pixels[x + 3]);
-      ScatterPixels(dst + x * 2, kRow.RowBytes(kRun), even, odd);
-      left = pixels[x + 3];
+      const Sides middle = SidesOf(pixels[x + 1]);
+      const Sides last = SidesOf(pixels[x + 3]);
+      ScatterPixels(dst + x * 2, kRow.RowBytes(kRun),
+                    Pair(side, pixels[x], middle, pixels[x + 1].y),
+                    Pair(middle, pixels[x + 2], last, pixels[x + 3].y));
+      side = last;
     }
   }
 
  private:
-  static simd::Vector Pair(const YuvPixel& left, const YuvPixel& a, const YuvPixel& b) {
-    const simd::Vector chroma =
-        _mm_or_si128(Filter(left.cb, a.cb, b.cb), _mm_slli_epi32(Filter(left.cr, a.cr, b.cr), 16));
-    const simd::Vector luma =
-        _mm_or_si128(_mm_slli_epi32(Round(Scale(a.y)), 8), _mm_slli_epi32(Round(Scale(b.y)), 24));
-    return _mm_or_si128(chroma, luma);
+  // A quarter of an odd pixel's chroma.
+  struct Sides {
+    Floats cb;
+    Floats cr;
+  };
+
+  static Sides SidesOf(const YuvPixel& pixel) {
+    return {Times(pixel.cb, 255.0f / 4), Times(pixel.cr, 255.0f / 4)};
+  }
+
+  static simd::Vector Pair(const Sides& left, const YuvPixel& a, const Sides& right, Floats oddY) {
+    const simd::Vector cb = Filter(left.cb, a.cb, right.cb);
+    const simd::Vector cr = Filter(left.cr, a.cr, right.cr);
+    const simd::Vector even = _mm_or_si128(cb, _mm_slli_epi32(Round(Times(a.y, 255.0f)), 8));
+    const simd::Vector odd = _mm_or_si128(cr, _mm_slli_epi32(Round(Times(oddY, 255.0f)), 8));
+    return _mm_or_si128(even, _mm_slli_epi32(odd, 16));
   }
 
   static simd::Vector Filter(Floats left, Floats centre, Floats right) {
-    const Floats sides = Times(_mm_add_ps(Scale(right), Scale(left)), 0.5f);
-    return Round(Times(_mm_add_ps(sides, Scale(centre)), 0.5f));
-  }
-
-  // The product in double precision rounded once to single is the product in single precision.
-  static Floats Scale(Floats x) {
-    return Times(x, 255.0f);
+    return Round(_mm_add_ps(_mm_add_ps(right, left), Times(centre, 255.0f / 2)));
   }
 
   static simd::Vector Round(Floats x) {
-    const Floats clamped = _mm_min_ps(_mm_max_ps(x, _mm_setzero_ps()), _mm_set1_ps(255.0f));
-    return _mm_cvttps_epi32(Plus(clamped, 0.5f));
+    return _mm_cvttps_epi32(Plus(x, 0.5f));
   }
 };
 
@@ -203,9 +214,8 @@ struct V210FromFloats {
   }
 
   static simd::Vector RoundBoth(Floats a, Floats b) {
-    const simd::Vector words = _mm_packs_epi32(_mm_cvttps_epi32(Plus(Times(a, 1023.0f), 0.5f)),
-                                               _mm_cvttps_epi32(Plus(Times(b, 1023.0f), 0.5f)));
-    return simd::ClampWords(words, 1023);
+    return _mm_packs_epi32(_mm_cvttps_epi32(Plus(Times(a, 1023.0f), 0.5f)),
+                           _mm_cvttps_epi32(Plus(Times(b, 1023.0f), 0.5f)));
   }
 
   static simd::Vector Filter(simd::Vector left, simd::Vector centre, simd::Vector right) {

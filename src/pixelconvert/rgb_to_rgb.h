@@ -164,8 +164,10 @@ SplitPixels Split(simd::Vector pixels) {
   constexpr OuterFields at = OuterFieldsOf(word);
   constexpr std::uint32_t field = (1u << word.bits) - 1;
   constexpr int top = 16 - word.bits;
-  const simd::Vector outer =
-      _mm_and_si128(pixels, simd::DoubleWords(field << at.lower | field << (at.upper + 16)));
+  // What stands above the fields is shifted out; only what is below has to be cleared.
+  constexpr bool clean = at.lower == 0 && at.upper == 0;
+  constexpr std::uint32_t fields = field << at.lower | field << (at.upper + 16);
+  const simd::Vector outer = clean ? pixels : _mm_and_si128(pixels, simd::DoubleWords(fields));
   const simd::Vector green = _mm_and_si128(pixels, simd::DoubleWords(field << word.green));
   return {simd::ShiftWords<top - at.lower, top - at.upper>(outer),
           simd::ShiftDoubleWords<top - word.green>(green)};

@@ -148,6 +148,12 @@ Vector ShiftWords(Vector v) {
   }
 }
 
+/// Shifts the words of the low half left by one distance and those of the high half by another.
+template <int kLow, int kHigh>
+Vector ShiftHalves(Vector v) {
+  return _mm_mullo_epi16(v, WordHalves(1 << kLow, 1 << kHigh));
+}
+
 /// Clamps signed words to 0 … limit.
 inline Vector ClampWords(Vector v, int limit) {
   return _mm_max_epi16(_mm_min_epi16(v, Words(limit)), _mm_setzero_si128());

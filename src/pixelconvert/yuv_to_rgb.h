@@ -31,17 +31,18 @@ class InverseTransform {
     const simd::Vector alone = simd::InnerHalves(chroma, between);  // [even Cr × 4 | odd Cb × 4]
 
     // A group of two products in one channel, single products in the other two.
-    const simd::Vector green =
-        _mm_add_epi16(simd::WeighPairs<16>(even, simd::WordPairs(kM.greenFromCb, kM.luma),  //
-                                           odd, simd::WordPairs(kM.greenFromCr, kM.luma)),
-                      _mm_mulhi_epi16(alone, simd::WordHalves(kM.greenFromCr, kM.greenFromCb)));
-    const simd::Vector grouped = _mm_packs_epi32(  // [even blue | odd red]
-        _mm_srai_epi32(_mm_madd_epi16(even, simd::WordPairs(kM.blueFromCb, kM.BlueFromLuma())), 15),
-        _mm_srai_epi32(_mm_madd_epi16(odd, simd::WordPairs(kM.redFromCr, kM.luma)), 16));
-    const simd::Vector single = _mm_add_epi16(  // [even red | odd blue]
-        _mm_mulhi_epi16(luma, simd::Words(kM.luma)),
-        _mm_mulhi_epi16(_mm_mullo_epi16(alone, simd::WordHalves(1, 2)),
-                        simd::WordHalves(kM.redFromCr, kM.blueFromCb)));
+    const simd::Vector green = _mm_add_epi16(
+        simd::WeighPairs<kShift>(even, simd::WordPairs(kM.greenFromCb, kM.luma),  //
+                                 odd, simd::WordPairs(kM.greenFromCr, kM.luma)),
+        _mm_mulhi_epi16(Scale(alone), simd::WordHalves(kM.greenFromCr, kM.greenFromCb)));
+    const simd::Vector evenBlue =
+        _mm_madd_epi16(even, simd::WordPairs(kM.blueFromCb, kM.BlueFromLuma()));
+    const simd::Vector oddRed = _mm_madd_epi16(odd, simd::WordPairs(kM.redFromCr, kM.luma));
+    const simd::Vector grouped = _mm_packs_epi32(_mm_srai_epi32(evenBlue, kShift - 1),  //
+                                                 _mm_srai_epi32(oddRed, kShift));
+    const simd::Vector single = _mm_add_epi16(  // [even red × 4 | odd blue × 4]
+        WeighLuma(luma), _mm_mulhi_epi16(simd::ShiftHalves<kScale, kScale + 1>(alone),
+                                         simd::WordHalves(kM.redFromCr, kM.blueFromCb)));
     return {.blue = simd::OuterHalves(grouped, single),
             .green = green,
             .red = simd::OuterHalves(single, grouped),
@@ -50,13 +51,23 @@ class InverseTransform {
 
  private:
   static constexpr InverseMatrix kM = kInverseMatrix<kRange, kSpace>;
-  // Samples are brought to the scale at which every product of green and red has 16 bits behind the
-  // point, and blue's, whose weights have one bit less, 15.
-  static constexpr int kScale = 16 - (kInverseFraction + kFrom - kTo);
+  // Behind the products of green and red; blue's weights have one bit less.
+  static constexpr int kShift = kInverseFraction + kFrom - kTo;
+  static_assert(kInverseBlueFraction == kInverseFraction - 1);
+  // What a high multiply, which shifts by 16, shifts too much.
+  static constexpr int kScale = 16 - kShift;
 
   static simd::Vector Centre(simd::Vector samples, int offset) {
-    const simd::Vector centred = _mm_sub_epi16(samples, simd::Words(offset));
-    return kScale == 0 ? centred : _mm_slli_epi16(centred, kScale);
+    return _mm_sub_epi16(samples, simd::Words(offset));
+  }
+
+  static simd::Vector Scale(simd::Vector samples) {
+    return kScale == 0 ? samples : _mm_slli_epi16(samples, kScale);
+  }
+
+  static simd::Vector WeighLuma(simd::Vector luma) {
+    if constexpr (kM.luma == 1 << kInverseFraction) return _mm_slli_epi16(luma, kTo - kFrom);
+    return _mm_mulhi_epi16(Scale(luma), simd::Words(kM.luma));
   }
 };
 
