@@ -1,0 +1,293 @@
+// The export itself, from the press of the button to the frame in the pool.
+#include "dialog/window_messages.h"
+#include "tests/e2e/plugin_fixture.h"
+#include "tests/e2e/wait_for.h"
+
+namespace mixdecks::e2e {
+namespace {
+
+using simulator::Action;
+using simulator::Point;
+using simulator::ScriptStep;
+
+constexpr std::int32_t kWidth = 1920;
+constexpr std::int32_t kHeight = 1080;
+
+class Exporting : public PluginTest {};
+
+void PressExport(DialogDriver& dialog) {
+  ASSERT_TRUE(dialog.WaitUntilConnected());
+  dialog.Press(kExportButton);
+}
+
+void ExportAndClose(DialogDriver& dialog) {
+  PressExport(dialog);
+  dialog.WaitUntilClosed();
+}
+
+struct ExportCase {
+  bool withAlpha;
+  bool premultiply;
+};
+
+class UnscaledExport : public PluginTest, public ::testing::WithParamInterface<ExportCase> {};
+
+TEST_P(UnscaledExport, IsTheReferencesFrame) {
+  const auto [withAlpha, premultiply] = GetParam();
+  const Picture picture = BusyPicture(kWidth, kHeight);
+  Session session({}, DocumentOf(picture, withAlpha));
+  const std::int16_t result = session.Start([&](DialogDriver& dialog) {
+    ASSERT_TRUE(dialog.WaitUntilConnected());
+    dialog.ChooseSlot(11);
+    dialog.PasteOver(kNameEdit, u"Title \u00E9 \xD83D\xDE00");
+    if (!premultiply) {
+      dialog.Press(kPremultiplyCheck);
+      dialog.WaitUntil("the check goes", [&] { return !dialog.IsChecked(kPremultiplyCheck); });
+    }
+    dialog.Press(kExportButton);
+    dialog.WaitUntilClosed();
+  });
+  EXPECT_EQ(result, kHostResultDone);
+  const simulator::Still still = StillIn(session.simulator, 11);
+  EXPECT_EQ(still.name, u"Title \u00E9 \xD83D\xDE00");
+  EXPECT_TRUE(session.simulator.Frame(11) == ExpectedFrame(picture, withAlpha, premultiply));
+  const HostRect16& rectangle = session.host.Record().imageRect;
+  EXPECT_EQ(rectangle.top | rectangle.left | rectangle.bottom | rectangle.right, 0);
+  for (const auto& player : session.simulator.Contents().players)
+    EXPECT_EQ(player, std::nullopt);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, UnscaledExport,
+                         ::testing::Values(ExportCase{false, true}, ExportCase{false, false},
+                                           ExportCase{true, true}, ExportCase{true, false}));
+
+/// Luma of a scaled smooth picture differs by no more than this from the source's nearest pixel.
+constexpr int kScalerTolerance = 14;
+
+void ExpectSmoothFrame(const std::vector<std::uint8_t>& frame, const Picture& source,
+                       const RECT& place, bool withAlpha) {
+  ASSERT_EQ(frame.size(), static_cast<std::size_t>(kWidth) * kHeight * 4);
+  const std::vector<std::uint8_t> unscaled = ExpectedFrame(source, withAlpha, false);
+  const double stepX = static_cast<double>(source.width) / (place.right - place.left);
+  const double stepY = static_cast<double>(source.height) / (place.bottom - place.top);
+  for (std::int32_t y = place.top + 8; y < place.bottom - 8; y += 7) {
+    for (std::int32_t x = place.left + 8; x < place.right - 8; x += 13) {
+      const auto sourceX = static_cast<std::int32_t>((x - place.left + 0.5) * stepX);
+      const auto sourceY = static_cast<std::int32_t>((y - place.top + 0.5) * stepY);
+      const FramePixel is = PixelAt(frame, kWidth, x, y);
+      const FramePixel was = PixelAt(unscaled, source.width, sourceX, sourceY);
+      ASSERT_NEAR(is.luma, was.luma, kScalerTolerance) << x << ", " << y;
+      ASSERT_NEAR(is.alpha, was.alpha, kScalerTolerance) << x << ", " << y;
+    }
+  }
+}
+
+void ExpectMargin(const std::vector<std::uint8_t>& frame, std::int32_t x, std::int32_t y,
+                  bool withAlpha) {
+  const FramePixel pixel = PixelAt(frame, kWidth, x, y);
+  EXPECT_EQ(pixel.luma, 64) << x << ", " << y;
+  EXPECT_EQ(pixel.chroma, 512) << x << ", " << y;
+  EXPECT_EQ(pixel.alpha, withAlpha ? 64 : 940) << x << ", " << y;
+}
+
+class ScaledExport : public PluginTest, public ::testing::WithParamInterface<bool> {};
+
+TEST_P(ScaledExport, FitsASmallPicture) {
+  const bool withAlpha = GetParam();
+  const Picture picture = SmoothPicture(1000, 500);
+  Session session({}, DocumentOf(picture, withAlpha));
+  session.Start([&](DialogDriver& dialog) {
+    ASSERT_TRUE(dialog.WaitUntilConnected());
+    dialog.Press(kPremultiplyCheck);
+    dialog.Press(kExportButton);
+    dialog.WaitUntilClosed();
+  });
+  const std::vector<std::uint8_t> frame = session.simulator.Frame(0);
+  ExpectSmoothFrame(frame, picture, {0, 60, 1920, 1020}, withAlpha);
+  ExpectMargin(frame, 0, 0, withAlpha);
+  ExpectMargin(frame, 960, 58, withAlpha);
+  ExpectMargin(frame, 1919, 1021, withAlpha);
+}
+
+TEST_P(ScaledExport, FitsALargePicture) {
+  const bool withAlpha = GetParam();
+  const Picture picture = SmoothPicture(2400, 2160);
+  Session session({}, DocumentOf(picture, withAlpha));
+  session.Start([&](DialogDriver& dialog) {
+    ASSERT_TRUE(dialog.WaitUntilConnected());
+    dialog.Press(kPremultiplyCheck);
+    dialog.Press(kExportButton);
+    dialog.WaitUntilClosed();
+  });
+  const std::vector<std::uint8_t> frame = session.simulator.Frame(0);
+  ExpectSmoothFrame(frame, picture, {360, 0, 1560, 1080}, withAlpha);
+  ExpectMargin(frame, 358, 500, withAlpha);
+  ExpectMargin(frame, 1562, 500, withAlpha);
+}
+
+INSTANTIATE_TEST_SUITE_P(WithAndWithoutAlpha, ScaledExport, ::testing::Bool());
+
+TEST_F(Exporting, TakesThePictureOfOnePixel) {
+  Session session({}, DocumentOf(BusyPicture(1, 1), true));
+  session.Start(ExportAndClose);
+  EXPECT_EQ(session.simulator.Frame(0).size(), static_cast<std::size_t>(kWidth) * kHeight * 4);
+}
+
+TEST_F(Exporting, PutsTheStillOnEachPlayer) {
+  constexpr int kRadios[] = {1013, 1014, 1021, 1022};
+  for (std::size_t player = 0; player < 4; ++player) {
+    Session session;
+    session.Start([&](DialogDriver& dialog) {
+      ASSERT_TRUE(dialog.WaitUntilConnected());
+      dialog.ChooseSlot(3);
+      dialog.Press(kRadios[player]);
+      dialog.WaitUntil("the radio is checked", [&] { return dialog.IsChecked(kRadios[player]); });
+      dialog.Press(kExportButton);
+      dialog.WaitUntilClosed();
+    });
+    const simulator::PoolContents contents = session.simulator.Contents();
+    for (std::size_t i = 0; i < 4; ++i) {
+      EXPECT_EQ(contents.players[i], i == player ? std::optional(3U) : std::nullopt) << i;
+    }
+  }
+}
+
+TEST_F(Exporting, AnimatesAndLocksTheDialogMeanwhile) {
+  Session session;
+  std::atomic<bool> goOn = false;
+  session.simulator.SetPointHook(Point::kUploadHalfway,
+                                 [&](const auto&) { WaitFor([&] { return goOn.load(); }); });
+  session.Start([&](DialogDriver& dialog) {
+    PressExport(dialog);
+    for (const char16_t* text : {u"Exporting..", u"Exporting...", u"Exporting."}) {
+      dialog.WaitUntil("the status changes", [&] { return dialog.Text(kStatusLine) == text; });
+    }
+    EXPECT_EQ(dialog.DisabledControls(),
+              (std::vector<int>{1007, 1010, 1012, 1013, 1014, 1015, 1018, 1020, 1021, 1022}));
+    EXPECT_TRUE(dialog.IsEnabled(kCloseButton));
+    goOn = true;
+    dialog.WaitUntilClosed();
+  });
+  StillIn(session.simulator, 0);
+}
+
+TEST_F(Exporting, SendsTheNameAsItStands) {
+  const std::u16string names[] = {u"", u"x", std::u16string(300, u'n'), u"\xD83D\xDE00\xD83D\xDE00",
+                                  u"a\tb"};
+  for (const std::u16string& name : names) {
+    Session session;
+    session.Start([&](DialogDriver& dialog) {
+      ASSERT_TRUE(dialog.WaitUntilConnected());
+      dialog.PasteOver(kNameEdit, name);
+      dialog.Press(kExportButton);
+      dialog.WaitUntilClosed();
+    });
+    EXPECT_EQ(StillIn(session.simulator, 0).name, name.substr(0, 254));
+  }
+}
+
+TEST_F(Exporting, WorksAgainAfterAFailure) {
+  simulator::Scenario scenario;
+  scenario.script = {ScriptStep{.at = Point::kUploadHalfway, .action = Action::kFail},
+                     ScriptStep{.at = Point::kUploadHalfway, .action = Action::kCancel, .call = 2}};
+  Session session(scenario);
+  session.Start([&](DialogDriver& dialog) {
+    for (int attempt = 0; attempt < 2; ++attempt) {
+      std::atomic<int> begun = 0;
+      PressExport(dialog);
+      dialog.WaitUntil("the export is under way", [&] { return !dialog.IsEnabled(kNameEdit); });
+      dialog.WaitUntil("the dialog works again", [&] { return dialog.IsEnabled(kExportButton); });
+      EXPECT_EQ(dialog.Caption(), u"ORVA Switcher Media Pool");
+      EXPECT_EQ(dialog.Text(kStatusLine), u"");
+      EXPECT_TRUE(dialog.DisabledControls().empty());
+    }
+    ExportAndClose(dialog);
+  });
+  StillIn(session.simulator, 0);
+}
+
+struct FailingStep {
+  Point point;
+  std::uint32_t call;
+  const char* text;
+};
+
+class FailingExport : public PluginTest, public ::testing::WithParamInterface<FailingStep> {};
+
+TEST_P(FailingExport, TellsWhyAndWorksAgain) {
+  const FailingStep& step = GetParam();
+  simulator::Scenario scenario;
+  scenario.script = {ScriptStep{.at = step.point, .action = Action::kFail, .call = step.call}};
+  Session session(scenario);
+  session.Start([&](DialogDriver& dialog) {
+    PressExport(dialog);
+    if (step.text != nullptr) {
+      const std::optional<MessageBoxView> box = dialog.WaitForBox();
+      ASSERT_TRUE(box.has_value());
+      EXPECT_EQ(box->text, step.text);
+      EXPECT_EQ(box->caption, "Error");
+      dialog.Answer(*box);
+    }
+    dialog.WaitUntil("the dialog works again", [&] { return dialog.IsEnabled(kExportButton); });
+    ExportAndClose(dialog);
+  });
+  StillIn(session.simulator, 0);
+}
+
+constexpr char kFormatText[] =
+    "Unable to export an image of this format. RGB 8/16 Bit Required. Resize the image to be less "
+    "than or equal to the current switcher resolution";
+constexpr char kExportText[] = "An error occured during export.";
+
+INSTANTIATE_TEST_SUITE_P(EachStep, FailingExport,
+                         ::testing::Values(FailingStep{Point::kGetVideoMode, 1, kFormatText},
+                                           FailingStep{Point::kGetVideoMode, 2, kFormatText},
+                                           FailingStep{Point::kCreateFrame, 1, kExportText},
+                                           FailingStep{Point::kGetBytes, 1, kExportText},
+                                           FailingStep{Point::kLock, 1, nullptr}));
+
+TEST_F(Exporting, RefusesSlotMinusOneAndWorksAgain) {
+  WritePreference(L"StillIndex", NumberValue(0xFFFFFFFF));
+  simulator::Scenario scenario;
+  Session session(scenario);
+  session.Start([&](DialogDriver& dialog) {
+    ASSERT_TRUE(dialog.WaitUntilConnected());
+    EXPECT_EQ(dialog.SelectedSlot(), -1);
+    dialog.Press(kExportButton);
+    dialog.WaitUntil("the export is under way", [&] { return !dialog.IsEnabled(kNameEdit); });
+    dialog.WaitUntil("the dialog works again", [&] { return dialog.IsEnabled(kExportButton); });
+  });
+  EXPECT_EQ(ReadPreference(L"StillIndex"), NumberValue(0xFFFFFFFF));
+}
+
+TEST_F(Exporting, ConnectsAgainAfterADisconnectInTheMiddle) {
+  simulator::Scenario scenario;
+  scenario.script = {ScriptStep{.at = Point::kUploadHalfway, .action = Action::kDisconnect}};
+  Session session(scenario);
+  session.Start([&](DialogDriver& dialog) {
+    PressExport(dialog);
+    dialog.WaitUntil("the export is under way", [&] { return !dialog.IsEnabled(kNameEdit); });
+    dialog.WaitUntil("it is connected again", [&] { return dialog.IsEnabled(kExportButton); });
+    EXPECT_TRUE(dialog.IsEnabled(kAddressEdit));
+    EXPECT_EQ(dialog.Text(kStatusLine), u"");
+    ExportAndClose(dialog);
+  });
+  StillIn(session.simulator, 0);
+}
+
+TEST_F(Exporting, StaysLockedWhenTheDocumentCannotBeRead) {
+  Session session;
+  session.host.RemoveSuite();
+  const std::int16_t result = session.Start([&](DialogDriver& dialog) {
+    PressExport(dialog);
+    dialog.WaitUntil("the status changes",
+                     [&] { return dialog.Text(kStatusLine) == u"Exporting.."; });
+    EXPECT_FALSE(dialog.IsEnabled(kExportButton));
+    dialog.PressClose();
+    dialog.WaitUntilClosed();
+  });
+  EXPECT_EQ(result, kHostResultDone);
+}
+
+}  // namespace
+}  // namespace mixdecks::e2e

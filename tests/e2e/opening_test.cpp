@@ -1,0 +1,214 @@
+// Opening the dialog: what it shows, where it stands, what it kept from before.
+#include "dialog/window_messages.h"
+#include "tests/e2e/host_window.h"
+#include "tests/e2e/plugin_fixture.h"
+
+namespace mixdecks::e2e {
+namespace {
+
+using simulator::ScriptStep;
+
+const std::vector<int> kAllButTheAddress = {1010, 1012, 1013, 1014, 1015, 1018, 1020, 1021, 1022};
+
+class Opening : public PluginTest {};
+
+/// A switcher that never answers.
+simulator::Scenario NoSwitcher() {
+  simulator::Scenario scenario;
+  scenario.addresses = {u"203.0.113.1"};
+  return scenario;
+}
+
+TEST_F(Opening, ShowsDefaultsWithoutAKey) {
+  Session session(NoSwitcher());
+  EXPECT_FALSE(PreferencesKeyExists());
+  const std::int16_t result = session.Start([](DialogDriver& dialog) {
+    ASSERT_TRUE(dialog.WaitForDialog());
+    EXPECT_EQ(dialog.Text(kAddressEdit), u"192.168.10.240");
+    EXPECT_EQ(dialog.Caption(), u"No communication");
+    EXPECT_EQ(dialog.DisabledControls(), kAllButTheAddress);
+    EXPECT_EQ(dialog.Text(kNameEdit), u"Untitled-1");
+    EXPECT_EQ(dialog.Text(kStatusLine), u"");
+    EXPECT_TRUE(dialog.IsChecked(kPremultiplyCheck));
+    EXPECT_TRUE(dialog.IsChecked(kDoNothingRadio));
+    EXPECT_TRUE(dialog.Slots().empty());
+    EXPECT_EQ(SendMessageW(dialog.Control(kAddressEdit), EM_GETLIMITTEXT, 0, 0), 15);
+    EXPECT_TRUE(PreferencesKeyExists()) << "made by the first read";
+    dialog.PressClose();
+    dialog.WaitUntilClosed();
+  });
+  EXPECT_EQ(result, kHostResultDone);
+  EXPECT_EQ(ReadPreference(L"Address"), TextValue(u"192.168.10.240")) << "no terminator";
+  EXPECT_EQ(ReadPreference(L"StillIndex"), NumberValue(0));
+  EXPECT_EQ(session.host.DataWord(), 0);
+  EXPECT_EQ(session.host.OpenHandles(), 0U);
+}
+
+TEST_F(Opening, TakesPreferencesAndTheDocumentsName) {
+  WritePreference(L"Address", TextValue(u"10.0.0.1"));
+  WritePreference(L"StillIndex", NumberValue(4));
+  HostDocument document = DocumentOf(BusyPicture(8, 8), false);
+  document.fileName = "C:\\pictures\\a.b\\Lower third.v2.psd";
+  Session session({}, std::move(document));
+  session.Start([](DialogDriver& dialog) {
+    ASSERT_TRUE(dialog.WaitUntilConnected());
+    EXPECT_EQ(dialog.Text(kAddressEdit), u"10.0.0.1") << "shorter than the default";
+    EXPECT_EQ(dialog.Text(kNameEdit), u"Lower third");
+    EXPECT_EQ(dialog.SelectedSlot(), 4);
+  });
+}
+
+TEST_F(Opening, TakesAnyDocumentName) {
+  struct {
+    std::string fileName;
+    std::u16string stillName;
+  } const cases[] = {{"", u""},
+                     {"no dot", u"no dot"},
+                     {".psd", u""},
+                     {"caf\xE9.psd", u"caf\u00E9"},
+                     {std::string(255, 'x'), std::u16string(254, u'x')},
+                     {"C:\\" + std::string(240, 'd') + "\\name.psd", u"name"}};
+  for (const auto& each : cases) {
+    HostDocument document = DocumentOf(BusyPicture(8, 8), false);
+    document.fileName = each.fileName;
+    Session session(NoSwitcher(), std::move(document));
+    session.Start([&](DialogDriver& dialog) {
+      ASSERT_TRUE(dialog.WaitForDialog());
+      EXPECT_EQ(dialog.Text(kNameEdit), each.stillName);
+    });
+  }
+}
+
+TEST_F(Opening, SurvivesAnythingInTheRegistry) {
+  const RegistryValue values[] = {
+      TextValue(u""),
+      TextValue(std::u16string(32, u'1')),
+      TextValue(std::u16string(33, u'1')),
+      TextValue(std::u16string(2000, u'1')),
+      {REG_SZ, {0x31}},
+      {REG_SZ, {}},
+      {REG_BINARY, {1, 2, 3, 4, 5}},
+      {REG_DWORD, {1, 2, 3, 4}},
+      {REG_MULTI_SZ, {0x31, 0, 0x2E, 0, 0, 0, 0x32, 0, 0, 0, 0, 0}},
+  };
+  for (const RegistryValue& value : values) {
+    WritePreference(L"Address", value);
+    WritePreference(L"StillIndex", value);
+    Session session(NoSwitcher());
+    session.Start([&](DialogDriver& dialog) {
+      ASSERT_TRUE(dialog.WaitForDialog());
+      EXPECT_LE(dialog.Text(kAddressEdit).size(), 33U);
+    });
+  }
+}
+
+TEST_F(Opening, KeepsChoicesForTheNextOpening) {
+  Session session;
+  session.Start([](DialogDriver& dialog) {
+    ASSERT_TRUE(dialog.WaitUntilConnected());
+    dialog.ChooseSlot(6);
+    dialog.Press(kMediaPlayer3Radio);
+    dialog.Press(kPremultiplyCheck);
+    dialog.WaitUntil("the presses arrive", [&] {
+      return dialog.IsChecked(kMediaPlayer3Radio) && !dialog.IsChecked(kPremultiplyCheck);
+    });
+    dialog.PasteOver(kAddressEdit, u"10.0.0.7");
+    dialog.PasteOver(kAddressEdit, u"10.0.0");
+  });
+  EXPECT_EQ(ReadPreference(L"Address"), TextValue(u"10.0.0.7")) << "the last valid one";
+  EXPECT_EQ(ReadPreference(L"StillIndex"), NumberValue(6));
+  session.Start([](DialogDriver& dialog) {
+    ASSERT_TRUE(dialog.WaitUntilConnected());
+    EXPECT_EQ(dialog.Text(kAddressEdit), u"10.0.0.7");
+    EXPECT_EQ(dialog.SelectedSlot(), 6);
+    EXPECT_TRUE(dialog.IsChecked(kMediaPlayer3Radio));
+    EXPECT_FALSE(dialog.IsChecked(kDoNothingRadio));
+    EXPECT_FALSE(dialog.IsChecked(kPremultiplyCheck));
+  });
+}
+
+TEST_F(Opening, ForgetsChoicesWhenTheLibraryIsLoadedAgain) {
+  for (int loading = 0; loading < 2; ++loading) {
+    Session session;
+    session.Start([](DialogDriver& dialog) {
+      ASSERT_TRUE(dialog.WaitUntilConnected());
+      EXPECT_TRUE(dialog.IsChecked(kDoNothingRadio));
+      EXPECT_TRUE(dialog.IsChecked(kPremultiplyCheck));
+      dialog.Press(kMediaPlayer1Radio);
+      dialog.Press(kPremultiplyCheck);
+      dialog.WaitUntil("the presses arrive", [&] {
+        return dialog.IsChecked(kMediaPlayer1Radio) && !dialog.IsChecked(kPremultiplyCheck);
+      });
+    });
+  }
+}
+
+void ExpectPlaceOver(HWND parent, const RECT& area) {
+  Session session(NoSwitcher());
+  session.host.SetParentWindow(parent);
+  session.Start([&](DialogDriver& dialog) {
+    ASSERT_TRUE(dialog.WaitForDialog());
+    const RECT place = dialog.Rectangle();
+    const int width = place.right - place.left;
+    const int height = place.bottom - place.top;
+    int step = GetSystemMetrics(SM_CXSIZE);
+    step += (step / 3 - step) / 2;
+    const int free = std::max(static_cast<int>(area.right - area.left) - width, 0);
+    EXPECT_EQ(place.left, area.left + free / 2 - step);
+    EXPECT_EQ(place.top,
+              area.top + std::max(static_cast<int>(area.bottom - area.top) - height, 0) / 3);
+    EXPECT_EQ(GetWindow(dialog.Window(), GW_OWNER), parent);
+  });
+}
+
+TEST_F(Opening, StandsOverTheHostsWindow) {
+  const HostWindow host(100, 50, 1000, 800);
+  ExpectPlaceOver(host.Get(), {100, 50, 1100, 850});
+}
+
+TEST_F(Opening, StandsOverAHostLeftOfTheScreen) {
+  const HostWindow host(-1200, -300, 1000, 800);
+  ExpectPlaceOver(host.Get(), {-1200, -300, -200, 500});
+}
+
+TEST_F(Opening, StandsOverTheDesktopWithoutAHostsWindow) {
+  RECT desktop{};
+  GetClientRect(GetDesktopWindow(), &desktop);
+  ExpectPlaceOver(nullptr, desktop);
+}
+
+TEST_F(Opening, RefusesADocumentThatIsNotRgb) {
+  HostDocument document = DocumentOf(BusyPicture(8, 8), false);
+  document.imageMode = 4;
+  Session session({}, std::move(document));
+  EXPECT_EQ(session.Start([](DialogDriver&) {}), kHostResultWrongMode);
+}
+
+// A missing service
+
+TEST_F(Opening, TellsOnceThatTheServiceIsMissing) {
+  simulator::Scenario scenario;
+  scenario.service = simulator::ServicePresence::kAbsent;
+  Session session(scenario);
+  const HostWindow host(100, 50, 1000, 800);
+  session.host.SetParentWindow(host.Get());
+  const std::int16_t result = session.Start([&](DialogDriver& dialog) {
+    ExpectServiceBox(dialog, host.Get());
+    dialog.WaitUntilClosed();
+  });
+  EXPECT_EQ(result, kHostResultDone);
+}
+
+TEST_F(Opening, TellsTwiceThatTheServiceGivesNothing) {
+  simulator::Scenario scenario;
+  scenario.service = simulator::ServicePresence::kNull;
+  Session session(scenario);
+  session.Start([&](DialogDriver& dialog) {
+    ExpectServiceBox(dialog, nullptr);
+    ExpectServiceBox(dialog, nullptr);
+    dialog.WaitUntilClosed();
+  });
+}
+
+}  // namespace
+}  // namespace mixdecks::e2e

@@ -1,0 +1,36 @@
+// Pictures for exports, and the frames that must come of them.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "tools/memory_host/host_document.h"
+
+namespace mixdecks::e2e {
+
+/// Samples of width x height pixels: red, green, blue, alpha.
+struct Picture {
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+  std::vector<std::uint8_t> rgba;
+};
+
+/// Saturated, asymmetric, without two equal neighbours; alpha takes every value.
+Picture BusyPicture(std::int32_t width, std::int32_t height);
+/// Ramps that change by little from pixel to pixel, alpha included.
+Picture SmoothPicture(std::int32_t width, std::int32_t height);
+
+HostDocument DocumentOf(const Picture& picture, bool withAlpha);
+
+/// The frame (10-bit YUVA, Rec. 709, rows without gaps) of a picture that has the frame's size
+/// already, made by plain scalar steps.
+std::vector<std::uint8_t> ExpectedFrame(const Picture& picture, bool withAlpha, bool premultiply);
+
+/// One pixel of a frame.
+struct FramePixel {
+  int alpha, chroma, luma;
+};
+FramePixel PixelAt(const std::vector<std::uint8_t>& frame, std::int32_t width, std::int32_t x,
+                   std::int32_t y);
+
+}  // namespace mixdecks::e2e
