@@ -1,0 +1,93 @@
+// Discovery objects that bring their simulator with them.
+#include "simulator/served_discovery.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "simulator/service_results.h"
+
+namespace mixdecks::simulator {
+namespace {
+
+class ServedDiscoveries : public ::testing::Test {
+ protected:
+  ITMKSwitcherDiscovery* Create() {
+    ITMKSwitcherDiscovery* discovery = nullptr;
+    EXPECT_EQ(CreateServedDiscovery(maker, &discovery), kResultOk);
+    return discovery;
+  }
+
+  int made = 0;
+  Scenario scenario;
+  SimulatorMaker maker = [this] {
+    ++made;
+    return std::make_unique<SwitcherSimulator>(scenario);
+  };
+};
+
+TEST_F(ServedDiscoveries, ShareASimulatorUntilTheLastGoes) {
+  EXPECT_FALSE(IsServing());
+  ITMKSwitcherDiscovery* first = Create();
+  ITMKSwitcherDiscovery* second = Create();
+  EXPECT_EQ(made, 1);
+  EXPECT_EQ(first->AddRef(), 2U);
+  EXPECT_EQ(first->Release(), 1U);
+  EXPECT_EQ(first->Release(), 0U);
+  EXPECT_TRUE(IsServing());
+  EXPECT_EQ(second->Release(), 0U);
+  EXPECT_FALSE(IsServing());
+  Create()->Release();
+  EXPECT_EQ(made, 2);
+}
+
+TEST_F(ServedDiscoveries, Connect) {
+  ITMKSwitcherDiscovery* discovery = Create();
+  ITMKSwitcher* switcher = nullptr;
+  std::uint32_t reason = 0;
+  char16_t address[] = u"192.168.10.240";
+  ASSERT_EQ(discovery->ConnectTo(address, &switcher, &reason), kResultOk);
+  switcher->Release();
+  discovery->Release();
+}
+
+TEST_F(ServedDiscoveries, GiveTheirOwnInterfacesAlone) {
+  ITMKSwitcherDiscovery* discovery = Create();
+  void* object = nullptr;
+  EXPECT_EQ(discovery->QueryInterface(kSwitcherDiscoveryId, &object), kResultOk);
+  EXPECT_EQ(object, discovery);
+  EXPECT_EQ(discovery->Release(), 1U);
+  EXPECT_EQ(discovery->QueryInterface(kSwitcherMediaPoolId, &object), kNoInterface);
+  EXPECT_EQ(object, nullptr);
+  EXPECT_EQ(discovery->QueryInterface(kUnknownId, nullptr), kNullPointer);
+  discovery->Release();
+}
+
+TEST_F(ServedDiscoveries, LeaveNothingBehindWithoutAnObject) {
+  ITMKSwitcherDiscovery* discovery = nullptr;
+  scenario.service = ServicePresence::kNull;
+  EXPECT_EQ(CreateServedDiscovery(maker, &discovery), kResultOk);
+  EXPECT_EQ(discovery, nullptr);
+  scenario.service = ServicePresence::kAbsent;
+  EXPECT_LT(CreateServedDiscovery(maker, &discovery), 0);
+  EXPECT_FALSE(IsServing());
+  const SimulatorMaker failing = []() -> std::unique_ptr<SwitcherSimulator> {
+    throw PoolError("no pool");
+  };
+  EXPECT_THROW(CreateServedDiscovery(failing, &discovery), PoolError);
+  EXPECT_FALSE(IsServing());
+}
+
+TEST_F(ServedDiscoveries, ComeAndGoOnManyThreads) {
+  const auto comeAndGo = [this] {
+    for (int i = 0; i < 100; ++i)
+      Create()->Release();
+  };
+  std::thread threads[] = {std::thread(comeAndGo), std::thread(comeAndGo)};
+  for (std::thread& thread : threads)
+    thread.join();
+  EXPECT_FALSE(IsServing());
+}
+
+}  // namespace
+}  // namespace mixdecks::simulator
