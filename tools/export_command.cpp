@@ -50,7 +50,7 @@ void AddDocumentOptions(CLI::App& command, ExportOptions& options) {
       .add_option("--alpha-channel", options.alphaChannels,
                   "Greyscale picture to use as alpha instead of transparency")
       ->type_name("FILE")
-      ->expected(1)
+      ->allow_extra_args(false)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
   command.add_option("--depth", options.depth, "Convert to 8 or 16 bits per channel first")
       ->type_name("BITS");

@@ -217,9 +217,16 @@ Bytes BmpFile(std::uint32_t width, std::uint32_t height, const Bytes& rgb) {
 }
 
 Bytes PnmFile(char kind, std::uint32_t width, std::uint32_t height, const Bytes& samples) {
-  const std::string header = std::string("P") + kind + "\n# made for a test\n" +
-                             std::to_string(width) + " " + std::to_string(height) + "\n255\n";
-  return ByteWriter().Text(header).Raw(samples).Done();
+  return ByteWriter()
+      .Text("P")
+      .Byte(static_cast<std::uint32_t>(kind))
+      .Text("\n# made for a test\n")
+      .Text(std::to_string(width))
+      .Text(" ")
+      .Text(std::to_string(height))
+      .Text("\n255\n")
+      .Raw(samples)
+      .Done();
 }
 
 Bytes JpegFile(int width, int height, const Bytes& rgb) {

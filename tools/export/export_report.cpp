@@ -22,6 +22,12 @@ std::string AlphaText(const ExportReport& report) {
       report.premultiplied ? "colours multiplied by it" : "colours left as they are");
 }
 
+std::string PlayerText(const ExportReport& report) {
+  if (!report.player) return "none changed";
+  return fmt::format("{} {}", *report.player,
+                     report.shown ? "shows the still" : "did not take the still");
+}
+
 std::string FitText(const ExportReport& report) {
   if (!report.fit) return "the picture has the frame's size, not scaled";
   const FitRect& fit = *report.fit;
@@ -57,8 +63,7 @@ std::string TextOf(const ExportReport& report) {
                            still.height, ColourSpaceName(report.colourSpace)));
   text += Line("fit", FitText(report));
   text += Line("alpha", AlphaText(report));
-  text += Line("media player",
-               report.player ? fmt::format("{} shows the still", *report.player) : "none changed");
+  text += Line("media player", PlayerText(report));
   text += Line("times", TimesText(report));
   std::string_view label = "files";
   for (const auto& file : report.files) {
@@ -79,6 +84,7 @@ nlohmann::ordered_json JsonOf(const ExportReport& report) {
   if (report.replaced) json["replaced"] = *report.replaced;
   json["player"] = nullptr;
   if (report.player) json["player"] = *report.player;
+  json["shown"] = report.shown;
   json["mode"] = simulator::CodeText(report.still.mode);
   json["width"] = report.still.width;
   json["height"] = report.still.height;

@@ -37,6 +37,7 @@ struct ExportReport {
   std::uint32_t slot = 0;               ///< from 1
   std::optional<std::string> replaced;  ///< name of the still that was there before
   std::optional<int> player;            ///< from 1
+  bool shown = false;                   ///< whether that player shows the still
   simulator::Still still;
   std::uint32_t colourSpace = 0;  ///< ColourSpaceIndex
   std::optional<FitRect> fit;     ///< nothing when the picture had the frame's size

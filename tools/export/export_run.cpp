@@ -117,7 +117,10 @@ void DescribeStill(ExportReport& report, const ExportOrders& orders,
   report.name = simulator::ToUtf8(orders.name);
   report.slot = orders.slot + 1;
   report.premultiplied = orders.premultiply;
-  if (orders.mediaPlayer >= 0) report.player = orders.mediaPlayer + 1;
+  if (orders.mediaPlayer >= 0) {
+    report.player = orders.mediaPlayer + 1;
+    report.shown = contents.players.at(static_cast<std::size_t>(orders.mediaPlayer)) == orders.slot;
+  }
   report.colourSpace = FindVideoMode(still->mode)->colourSpace;
   report.fit = FitOf(report.picture, *still);
   for (const std::string& file :
