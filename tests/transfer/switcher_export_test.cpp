@@ -248,7 +248,7 @@ TEST_F(Exporting, ClosesDuringAnUpload) {
 // Whatever of the three comes first: nothing is left behind, and nobody waits for anybody.
 TEST_F(Exporting, ClosesWhileCallbacksComeIn) {
   frontEnd_.Close();
-  for (int round = 0; round < 100; ++round) {
+  for (int round = 0; round < 50; ++round) {
     FrontEnd frontEnd;
     frontEnd.Connect(3);
     frontEnd.Open(Document(720, 486, true));
