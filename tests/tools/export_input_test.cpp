@@ -201,6 +201,32 @@ TEST_F(ExportInputTest, NamesTheStillAfterTheFile) {
             "");
 }
 
+TEST_F(ExportInputTest, KeepsNothingFromOneExportToTheNext) {
+  const auto report = [this](std::vector<std::string> words) {
+    words.insert(words.begin(), {Picture(), "--json", "--mode", "ntsc"});
+    const CommandResult result = bench_.Export(words);
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    return nlohmann::json::parse(result.out);
+  };
+  const std::string scenario =
+      bench_.Write("scenario.json", R"({"addresses": ["10.0.0.7", "192.168.10.240"]})");
+  const nlohmann::json first = report({"--slot", "7", "--player", "2", "--no-premultiply", "--name",
+                                       "first", "--address", "10.0.0.7", "--scenario", scenario});
+  EXPECT_EQ(first["slot"], 7);
+  EXPECT_EQ(first["player"], 2);
+  EXPECT_EQ(first["premultiply"], false);
+  bench_.Write("scenario.json", R"({"addresses": ["192.168.10.240"]})");
+  const nlohmann::json second = report({"--scenario", scenario});
+  EXPECT_EQ(second["slot"], 1);
+  EXPECT_EQ(second["player"], nullptr);
+  EXPECT_EQ(second["premultiply"], true);
+  EXPECT_EQ(second["name"], "good");
+  const nlohmann::json players =
+      nlohmann::json::parse(bench_.Run({"pool", "--pool", bench_.Pool(), "--json"}).out)["stills"];
+  EXPECT_EQ(players[0]["players"], nlohmann::json::array());
+  EXPECT_EQ(players[1]["players"], nlohmann::json({2}));
+}
+
 TEST_F(ExportInputTest, CutsLongNamesAndSaysSo) {
   const std::string name(300, 'n');
   const CommandResult cut = bench_.Export({Picture(), "--json", "--name", name, "--mode", "ntsc"});

@@ -84,10 +84,6 @@ void CheckRules(const MemoryHost& host, const SwitcherSimulator& simulator) {
                 "please report this message");
 }
 
-bool GaveUp(ExportEnd end) {
-  return end == ExportEnd::kTimedOut || end == ExportEnd::kInterrupted;
-}
-
 std::vector<StageTime> TimesOf(Clock::duration opening, const ExportOutcome& outcome,
                                const StageMarks& marks) {
   return {{"open", opening},
@@ -162,10 +158,10 @@ ExportReport RunExport(const ExportOptions& options, const WarningSink& warn) {
   simulator->Shutdown();
 
   ExportOutcome outcome = exportOperator.Outcome();
-  outcome.messages.insert(outcome.messages.end(), boxes.Shown().begin(), boxes.Shown().end());
+  outcome.messages = boxes.Shown();
   if (result != kHostResultDone) throw RefusalOf(options, result, kImageModeRgb);
   // Equipment that was switched off in the middle has something to complain about.
-  if (!GaveUp(outcome.end)) CheckRules(host, *simulator);
+  if (!outcome.cutOff) CheckRules(host, *simulator);
   if (outcome.end != ExportEnd::kExported) throw FailureOf(options, outcome);
   if (outcome.slotWasUsed) report.replaced = simulator::ToUtf8(outcome.replaced);
   report.times = TimesOf(opening, outcome, clock.Marks());

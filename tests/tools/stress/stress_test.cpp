@@ -13,6 +13,7 @@
 #include <random>
 #include <string>
 
+#include "platform/message_box.h"
 #include "plugin/export_main.h"
 #include "simulator/service_registration.h"
 #include "simulator/switcher_simulator.h"
@@ -132,6 +133,8 @@ TEST(StressTest, OpensConnectsExportsAndClosesAgainAndAgain) {
   const unsigned cycles = Setting("MIXDECKS_STRESS_CYCLES", 2000);
   std::printf("To repeat: MIXDECKS_STRESS_SEED=%u MIXDECKS_STRESS_CYCLES=%u test_tools_stress\n",
               seed, cycles);
+  // What goes wrong on purpose is told in message boxes.
+  const MessageBoxPresenter former = SetMessageBoxPresenter([](auto...) {});
   Dice dice(seed);
   MemoryHost host(Document());
   std::map<ExportEnd, unsigned> ends;
@@ -145,6 +148,7 @@ TEST(StressTest, OpensConnectsExportsAndClosesAgainAndAgain) {
   for (const std::string& violation : host.Violations())
     ADD_FAILURE() << violation;
   EXPECT_EQ(host.OpenHandles(), 0u);
+  SetMessageBoxPresenter(former);
   std::printf("%u exported, %u failed, %u not connected, %u disconnected, %u closed early\n",
               ends[ExportEnd::kExported], ends[ExportEnd::kFailed], ends[ExportEnd::kNotConnected],
               ends[ExportEnd::kDisconnected], ends[ExportEnd::kInterrupted]);
