@@ -93,34 +93,51 @@ void ExportControl::Export(const char16_t* name, std::uint32_t slot, bool premul
         .image = std::move(image)});
 }
 
+/// Those who post are threads at their beginning and callbacks below the service's frames: neither
+/// lets an exception through, and neither has anybody to tell. Without memory the result is lost.
+template <class MakeCommand>
+void ExportControl::Post(MakeCommand makeCommand) noexcept {
+  try {
+    Push(makeCommand());
+  } catch (const std::bad_alloc&) {
+  }
+}
+
 void ExportControl::PostConnectResult(bool connected, std::uint32_t reason,
-                                      std::uint32_t stillsCount, std::int32_t mediaPlayerCount) {
-  Push({.type = CommandType::CmdConnectResult,
-        .flag = connected,
-        .index = stillsCount,
-        .extra = mediaPlayerCount,
-        .reason = reason});
+                                      std::uint32_t stillsCount,
+                                      std::int32_t mediaPlayerCount) noexcept {
+  Post([=] {
+    return ExportCommand{.type = CommandType::CmdConnectResult,
+                         .flag = connected,
+                         .index = stillsCount,
+                         .extra = mediaPlayerCount,
+                         .reason = reason};
+  });
 }
 
-void ExportControl::PostExportFinished(bool success) {
-  Push({.type = CommandType::CmdExportFinished, .flag = success});
+void ExportControl::PostExportFinished(bool success) noexcept {
+  Post([=] { return ExportCommand{.type = CommandType::CmdExportFinished, .flag = success}; });
 }
 
-void ExportControl::PostStillInfo(std::uint32_t slot, bool inUse, const char16_t* name) {
-  Push({.type = CommandType::CmdStillInfo,
-        .flag = inUse,
-        .index = slot,
-        .text = Text::CopyOf(name)});
+void ExportControl::PostStillInfo(std::uint32_t slot, bool inUse, const char16_t* name) noexcept {
+  Post([=] {
+    return ExportCommand{.type = CommandType::CmdStillInfo,
+                         .flag = inUse,
+                         .index = slot,
+                         .text = Text::CopyOf(name)};
+  });
 }
 
-void ExportControl::PostDisconnected() {
-  Push({.type = CommandType::CmdDisconnected});
+void ExportControl::PostDisconnected() noexcept {
+  Post([] { return ExportCommand{.type = CommandType::CmdDisconnected}; });
 }
 
-void ExportControl::PostMessageBox(const char16_t* caption, const char16_t* message) {
-  Push({.type = CommandType::CmdMessageBox,
-        .text = Text::CopyOf(caption),
-        .text2 = Text::CopyOf(message)});
+void ExportControl::PostMessageBox(const char16_t* caption, const char16_t* message) noexcept {
+  Post([=] {
+    return ExportCommand{.type = CommandType::CmdMessageBox,
+                         .text = Text::CopyOf(caption),
+                         .text2 = Text::CopyOf(message)};
+  });
 }
 
 }  // namespace mixdecks

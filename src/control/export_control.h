@@ -32,7 +32,7 @@ class ExportControl {
   /// sets the listener and the host record; until both are set no command has an effect.
   static ExportControl* Create(ExportGlobals* hostContext, const ExportControlParts& parts);
 
-  // The front end's thread.
+  // The front end's thread. The first two throw `std::bad_alloc` and have pushed nothing then.
   void Connect(const char16_t* address);
   /// Reads the document right here and pushes the export. Pushes nothing when reading fails.
   void Export(const char16_t* name, std::uint32_t slot, bool premultiply, std::int32_t mediaPlayer);
@@ -48,13 +48,13 @@ class ExportControl {
   /// When a handler calls it, the object lives until that handler has returned.
   std::int32_t Release();
 
-  // Any thread. Text is copied.
+  // Any thread. Text is copied. A result for which there is no memory is lost.
   void PostConnectResult(bool connected, std::uint32_t reason, std::uint32_t stillsCount,
-                         std::int32_t mediaPlayerCount);
-  void PostExportFinished(bool success);
-  void PostStillInfo(std::uint32_t slot, bool inUse, const char16_t* name);
-  void PostDisconnected();
-  void PostMessageBox(const char16_t* caption, const char16_t* message);
+                         std::int32_t mediaPlayerCount) noexcept;
+  void PostExportFinished(bool success) noexcept;
+  void PostStillInfo(std::uint32_t slot, bool inUse, const char16_t* name) noexcept;
+  void PostDisconnected() noexcept;
+  void PostMessageBox(const char16_t* caption, const char16_t* message) noexcept;
 
   ExportControl(const ExportControl&) = delete;
   ExportControl& operator=(const ExportControl&) = delete;
@@ -66,6 +66,8 @@ class ExportControl {
   bool Start(ExportGlobals* hostContext, const ExportControlParts& parts);
   void StopWorker() noexcept;
   void Push(ExportCommand command);
+  template <class MakeCommand>
+  void Post(MakeCommand makeCommand) noexcept;
 
   static int RunWorker(void* control);
   std::unique_ptr<ExportCommand> WaitForCommand();

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <new>
+#include <ostream>
+#include <string>
+#include <vector>
 
 #include "platform/heap.h"
 #include "tests/control/export_control_bench.h"
@@ -107,7 +110,19 @@ TEST_F(OutOfMemory, DoesNotKeepAnOpeningFromClosing) {
   EXPECT_EQ(bench.sides, 0);
 }
 
-TEST_F(OutOfMemory, OfAPostLosesThatPostAlone) {
+struct PostedResult {
+  const char* name;
+  void (*post)(ExportControl& control);
+};
+
+void PrintTo(const PostedResult& result, std::ostream* out) {
+  *out << result.name;
+}
+
+class LostPost : public OutOfMemory, public ::testing::WithParamInterface<PostedResult> {};
+
+// Whoever posts, a thread of the service above all, could do nothing with an exception.
+TEST_P(LostPost, LosesThatResultAlone) {
   WakeCounter wakes;
   ExportControlBench bench;
   bench.onWake = [&wakes] { wakes.Post(); };
@@ -115,13 +130,42 @@ TEST_F(OutOfMemory, OfAPostLosesThatPostAlone) {
   ASSERT_NE(bench.control, nullptr);
   {
     const FailNew fail(1);
-    EXPECT_THROW(bench.control->PostStillInfo(1, true, u"lost"), std::bad_alloc);
+    GetParam().post(*bench.control);
   }
-  bench.control->PostDisconnected();
+  bench.control->PostConnectResult(true, 7, 7, 7);
   wakes.Take();
   bench.RunOne();
   bench.Close();
-  EXPECT_EQ(bench.journal.Lines().size(), 1U);
+  EXPECT_EQ(bench.journal.Lines(),
+            std::vector<std::string>{"connected yes reason 7 stills 7 players 7"});
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    OfEveryKind, LostPost,
+    ::testing::Values(
+        PostedResult{"ConnectResult", [](auto& c) { c.PostConnectResult(true, 0, 3, 4); }},
+        PostedResult{"ExportFinished", [](auto& c) { c.PostExportFinished(true); }},
+        PostedResult{"StillInfo", [](auto& c) { c.PostStillInfo(1, true, u"lost"); }},
+        PostedResult{"Disconnected", [](auto& c) { c.PostDisconnected(); }},
+        PostedResult{"MessageBox", [](auto& c) { c.PostMessageBox(u"lost", u"too"); }}),
+    [](const auto& tested) { return std::string(tested.param.name); });
+
+// The front end can tell its user, and nothing has begun.
+TEST_F(OutOfMemory, ReachesTheFrontEndThatAsksForSomething) {
+  ExportControlBench bench;
+  bench.onRead = [](HeapBlock& image, bool&) {
+    image = HeapBlock(64);
+    return kResultOk;
+  };
+  bench.Open();
+  ASSERT_NE(bench.control, nullptr);
+  {
+    const FailNew fail(1);
+    EXPECT_THROW(bench.control->Connect(u"10.0.0.1"), std::bad_alloc);
+    EXPECT_THROW(bench.control->Export(u"Still", 0, false, -1), std::bad_alloc);
+  }
+  bench.Close();
+  EXPECT_TRUE(bench.journal.Lines().empty());
 }
 
 }  // namespace
