@@ -59,8 +59,7 @@ class SuiteReference {
 HeapBlock AllocateRows(std::int64_t rows, std::int64_t rowBytes) noexcept {
   if (rows < 0 || rowBytes < 0) return {};
   if (rows != 0 && rowBytes > kLargestBlock / rows) return {};
-  const auto bytes = static_cast<std::size_t>(rows * rowBytes);
-  return HeapBlock(bytes == 0 ? 1 : bytes);  // an empty block would look like a failure
+  return HeapBlock(static_cast<std::size_t>(rows * rowBytes));
 }
 
 std::size_t PixelCount(std::int32_t width, std::int32_t height) noexcept {

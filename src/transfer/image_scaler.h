@@ -5,7 +5,6 @@
 // `DrawScaledImage` on the worker, between them.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
 namespace mixdecks {
@@ -19,13 +18,10 @@ struct FitRect {
 void StartImageScaler() noexcept;
 void StopImageScaler() noexcept;
 
-/// Bytes of the largest image that a scaler takes: some count bytes in signed 32-bit numbers.
-inline constexpr std::size_t kLargestScalerImage = 0x7FFFFFFF;
-
 /// Zeroes the destination and draws the source over `rectangle` of it, replacing what is there.
-/// Both images have four bytes a pixel and rows without gaps; bytes 0, 1, 2 are scaled, byte 3 of
-/// the source is ignored and byte 3 of the destination undefined where it was drawn on. False when
-/// the scaler is not started or fails.
+/// Both images have four bytes a pixel, rows without gaps and less than 2 GB; bytes 0, 1, 2 are
+/// scaled, byte 3 of the source is ignored and byte 3 of the destination undefined where it was
+/// drawn on. False when the scaler is not started or fails.
 bool DrawScaledImage(const std::uint8_t* source, std::int32_t sourceWidth,
                      std::int32_t sourceHeight, std::uint8_t* destination,
                      std::int32_t destinationWidth, std::int32_t destinationHeight,

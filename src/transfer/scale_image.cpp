@@ -3,7 +3,6 @@
 #include "platform/heap.h"
 #include "transfer/alpha_lane.h"
 #include "transfer/fit_rect.h"
-#include "transfer/halve_image.h"
 #include "transfer/image_scaler.h"
 #include "transfer/image_size.h"
 
@@ -14,9 +13,6 @@ bool ScaleImage(std::uint8_t* source, std::int32_t sourceWidth, std::int32_t sou
                 std::int32_t destinationHeight) noexcept {
   FitRect rectangle{};
   ComputeFitRect(sourceWidth, sourceHeight, destinationWidth, destinationHeight, rectangle);
-  while (ImageBytes(sourceWidth, sourceHeight) > kLargestScalerImage) {
-    HalveImage(source, sourceWidth, sourceHeight);
-  }
   const auto draw = [&](std::uint8_t* into) {
     return DrawScaledImage(source, sourceWidth, sourceHeight, into, destinationWidth,
                            destinationHeight, rectangle);

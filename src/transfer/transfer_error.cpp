@@ -15,8 +15,7 @@ const char16_t* MessageOf(TransferError error) {
       return u"An error occured during export.";
     case TransferError::kVideoModeUnreadable:
       return u"Unable to export an image of this format. RGB 8/16 Bit Required. Resize the image "
-             u"to "
-             u"be less than or equal to the current switcher resolution";
+             u"to be less than or equal to the current switcher resolution";
     case TransferError::kConnectionImpossible:
       return u"Unable to connect to the switcher device.";
     case TransferError::kUnknown:
