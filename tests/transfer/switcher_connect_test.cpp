@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <latch>
 #include <string>
 #include <thread>
 #include <vector>
@@ -10,6 +9,7 @@
 #include "platform/message_box.h"
 #include "tests/transfer/fake_service.h"
 #include "tests/transfer/front_end.h"
+#include "tests/transfer/latch.h"
 #include "tests/transfer/recorded_boxes.h"
 
 namespace mixdecks {
@@ -203,9 +203,9 @@ TEST_F(Connecting, IgnoresAChangedSlotOfASwitcherThatWent) {
 }
 
 TEST_F(Connecting, KeepsTheLaterOfTwoThatRunAtOnce) {
-  std::latch letFirstGo(1);
+  Latch letFirstGo(1);
   service_.At(Call::kConnectTo, [&](int nth) {
-    if (nth == 1) letFirstGo.wait();
+    if (nth == 1) letFirstGo.Wait();
   });
   FrontEnd frontEnd;
   frontEnd.Control().Connect(u"10.0.0.1");
@@ -213,7 +213,7 @@ TEST_F(Connecting, KeepsTheLaterOfTwoThatRunAtOnce) {
   frontEnd.Connect(3);
   ASSERT_EQ(service_.StillsCallbacks().size(), 1U);
 
-  letFirstGo.count_down();
+  letFirstGo.CountDown();
   frontEnd.TakeUntil(8);
   EXPECT_EQ(frontEnd.Results()[4], kConnected);
   // The second's objects were given up, callbacks first, when the first stored its own.
@@ -225,17 +225,17 @@ TEST_F(Connecting, KeepsTheLaterOfTwoThatRunAtOnce) {
 
 TEST_F(Connecting, ClosesOnlyWhenEveryAttemptHasEnded) {
   constexpr int kAttempts = 5;
-  std::latch begun(kAttempts);
-  std::latch letGo(1);
+  Latch begun(kAttempts);
+  Latch letGo(1);
   service_.At(Call::kConnectTo, [&](int) {
-    begun.count_down();
-    letGo.wait();
+    begun.CountDown();
+    letGo.Wait();
   });
   FrontEnd frontEnd;
   for (int i = 0; i < kAttempts; ++i)
     frontEnd.Control().Connect(u"10.0.0.5");
-  begun.wait();
-  std::thread helper([&] { letGo.count_down(); });
+  begun.Wait();
+  std::thread helper([&] { letGo.CountDown(); });
   frontEnd.Close();
   helper.join();
   EXPECT_EQ(service_.LiveObjects(), 0);
@@ -254,15 +254,15 @@ TEST_F(Connecting, TriesAgainForAsLongAsItIsAsked) {
 TEST_F(Connecting, WaitsForACallbackThatIsInsideWhenItCloses) {
   FrontEnd frontEnd;
   frontEnd.Connect(3);
-  std::latch inside(1);
+  Latch inside(1);
   service_.At(Call::kIsValid, [&](int nth) {
     if (nth < 4) return;
-    inside.count_down();
+    inside.CountDown();
     service_.WaitFor(Call::kRemoveStillsCallback);  // until the closing has taken the callback
   });
   ITMKSwitcherStillsCallback* callback = service_.StillsCallbacks().front();
   std::thread serviceThread([=] { callback->Notify(kEventNameChanged, nullptr, 0); });
-  inside.wait();
+  inside.Wait();
   frontEnd.Close();
   EXPECT_EQ(service_.Count(Call::kGetName), 4);  // the callback ran to its end first
   serviceThread.join();

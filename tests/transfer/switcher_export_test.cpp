@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <latch>
 #include <string>
 #include <thread>
 #include <utility>
@@ -10,6 +9,7 @@
 
 #include "tests/transfer/fake_service.h"
 #include "tests/transfer/front_end.h"
+#include "tests/transfer/latch.h"
 #include "transfer/image_scaler.h"
 #include "transfer/transfer_error.h"
 
@@ -258,16 +258,16 @@ TEST_F(Exporting, ClosesWhileCallbacksComeIn) {
     service_.GrantLock();
     ITMKSwitcherCallback* switcher = service_.SwitcherCallbacks().front();
     ITMKSwitcherStillsCallback* stills = service_.StillsCallbacks().front();
-    std::latch together(3);
+    Latch together(3);
     std::thread disconnecting([&] {
-      together.arrive_and_wait();
+      together.ArriveAndWait();
       switcher->Notify(kEventDisconnected);
     });
     std::thread completing([&] {
-      together.arrive_and_wait();
+      together.ArriveAndWait();
       stills->Notify(kEventTransferCompleted, nullptr, 1);
     });
-    together.arrive_and_wait();
+    together.ArriveAndWait();
     frontEnd.Close();
     disconnecting.join();
     completing.join();
