@@ -27,6 +27,9 @@ constexpr std::uint32_t kRed = 0x0000FF;
 constexpr std::size_t kAddressBufferUnits = 64;
 constexpr std::size_t kNameBufferUnits = 256;
 constexpr std::uint32_t kStatusMilliseconds = 500;
+constexpr std::int32_t kStatusPhases = 3;
+constexpr const char16_t* kStatusTexts[kStatusPhases] = {u"Exporting.", u"Exporting..",
+                                                         u"Exporting..."};
 
 constexpr char kNoMemoryText[] =
     "There is not enough memory available to run ORVA Switcher Media Pool";
@@ -42,8 +45,9 @@ std::intptr_t ExportDialog::ExportDialogProc(WindowOperations& window, std::uint
   try {
     return HandleMessage(window, message, first, second);
   } catch (const std::bad_alloc&) {
-    ShowMessageBox(nullptr, kNoMemoryText, "Error", kMessageBoxIconError);
+    // Closed first: that gives memory back, and nothing can go wrong again below the box.
     CloseExportDialog(window, 0);
+    ShowMessageBox(HostWindow(globals_), kNoMemoryText, "Error", kMessageBoxIconError);
     return 1;
   }
 }
@@ -58,7 +62,8 @@ std::intptr_t ExportDialog::HandleMessage(WindowOperations& window, std::uint32_
       if (first == kKeyEscape) CloseExportDialog(window, 0);
       return 1;
     case kWmInitDialog:
-      InitExportDialog(window, reinterpret_cast<ExportGlobals*>(second));
+      globals_ = reinterpret_cast<ExportGlobals*>(second);
+      InitExportDialog(window);
       return 1;
     case kWmTimer:
       ShowNextStatus(window);
@@ -82,12 +87,12 @@ std::intptr_t ExportDialog::HandleMessage(WindowOperations& window, std::uint32_
   }
 }
 
-void ExportDialog::InitExportDialog(WindowOperations& window, ExportGlobals* globals) {
+void ExportDialog::InitExportDialog(WindowOperations& window) {
   StartImageScaler();
   try {
-    CreateControl(window, globals);
+    CreateControl(window);
   } catch (int) {
-    ShowMessageBox(HostWindow(globals), kServiceMissingText, "Corrupt Installation Detected",
+    ShowMessageBox(HostWindow(globals_), kServiceMissingText, "Corrupt Installation Detected",
                    kMessageBoxIconError);
     CloseExportDialog(window, 0);
     return;
@@ -99,24 +104,24 @@ void ExportDialog::InitExportDialog(WindowOperations& window, ExportGlobals* glo
   window.InstallCharacterMask(kAddressEdit, ".0123456789\b", true);
   SetChecked(window, kPremultiplyCheck, state_.premultiplyAlpha);
   SetChecked(window, kAfterExportRadios[state_.afterExportChoice], true);
-  ProposeStillName(window, globals);
+  ProposeStillName(window);
   CentreDialog(window);
   SetControlsDisconnected(window);
 }
 
-void ExportDialog::CreateControl(WindowOperations& window, ExportGlobals* globals) {
-  state_.exportControl = ExportControl::Create(globals, services_.control);
+void ExportDialog::CreateControl(WindowOperations& window) {
+  state_.exportControl = ExportControl::Create(globals_, services_.control);
   // A connect that the dialog before this one left unanswered belongs to another control.
   state_.connectInProgress = false;
-  state_.uiHandler = std::make_unique<UICommandHandlerWin>(window, state_, globals);
+  state_.uiHandler = std::make_unique<UICommandHandlerWin>(window, state_, globals_);
   state_.exportListener = std::make_unique<ExportControlListenerWin>(window);
   if (state_.exportControl == nullptr) return;
   state_.exportControl->SetListener(state_.exportListener.get());
-  state_.exportControl->SetHostRecord(globals->record);
+  state_.exportControl->SetHostRecord(globals_->record);
 }
 
-void ExportDialog::ProposeStillName(WindowOperations& window, ExportGlobals* globals) {
-  const std::u16string name = WideText(CutStillName(globals->record->fileName));
+void ExportDialog::ProposeStillName(WindowOperations& window) {
+  const std::u16string name = WideText(CutStillName(globals_->record->fileName));
   SetControlText(window, kNameEdit, name.c_str());
 }
 
@@ -203,10 +208,8 @@ void ExportDialog::StartExport(WindowOperations& window) {
 }
 
 void ExportDialog::ShowNextStatus(WindowOperations& window) {
-  state_.exportingDotCounter = (state_.exportingDotCounter + 1) % 3;
-  std::u16string status = u"Exporting";
-  status.append(static_cast<std::size_t>(state_.exportingDotCounter) + 1, u'.');
-  SetControlText(window, kStatusLine, status.c_str());
+  state_.exportingDotCounter = (state_.exportingDotCounter + 1) % kStatusPhases;
+  SetControlText(window, kStatusLine, kStatusTexts[state_.exportingDotCounter]);
 }
 
 }  // namespace mixdecks

@@ -30,17 +30,17 @@ class ExportDialog {
   /// Handles one message of the dialog that `window` stands for. For the first one, the dialog's
   /// initialisation, `second` points at the `ExportGlobals`. The result is the message's own:
   /// non-zero when it was handled, a brush for the colour of an edit. Without memory the dialog
-  /// says so and closes; no exception leaves.
+  /// closes and says so; no exception leaves.
   std::intptr_t ExportDialogProc(WindowOperations& window, std::uint32_t message,
                                  std::uintptr_t first, std::intptr_t second);
 
  private:
   std::intptr_t HandleMessage(WindowOperations& window, std::uint32_t message, std::uintptr_t first,
                               std::intptr_t second);
-  void InitExportDialog(WindowOperations& window, ExportGlobals* globals);
+  void InitExportDialog(WindowOperations& window);
   void CloseExportDialog(WindowOperations& window, std::intptr_t result);
-  void CreateControl(WindowOperations& window, ExportGlobals* globals);
-  void ProposeStillName(WindowOperations& window, ExportGlobals* globals);
+  void CreateControl(WindowOperations& window);
+  void ProposeStillName(WindowOperations& window);
 
   std::intptr_t HandleCommand(WindowOperations& window, std::uintptr_t first);
   void ValidateAddress(WindowOperations& window);
@@ -50,6 +50,7 @@ class ExportDialog {
 
   ExportDialogState& state_;
   const ExportDialogServices& services_;
+  ExportGlobals* globals_ = nullptr;  ///< from the initialisation on
 };
 
 }  // namespace mixdecks

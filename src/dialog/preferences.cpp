@@ -16,8 +16,9 @@ void ReadAddress(PreferencesStore& store, AddressBuffer& address) {
   const std::span<char16_t> readable(address.data(), kLongestStoredAddress);
   const std::optional<std::size_t> bytes =
       store.Read(kAddressPreference, std::as_writable_bytes(readable));
-  // Saved without a terminator, and anybody may have written anything there.
-  if (bytes) address[*bytes / sizeof(char16_t)] = u'\0';
+  // Saved without a terminator, and anybody may have written anything there. Nothing at all leaves
+  // the default.
+  if (bytes && *bytes > 0) address[*bytes / sizeof(char16_t)] = u'\0';
 }
 
 void ReadStillIndex(PreferencesStore& store, std::int32_t& index) {

@@ -27,7 +27,7 @@ class RegistryPreferences final : public PreferencesStore {
 
   std::optional<std::size_t> Read(const char16_t* name, std::span<std::byte> buffer) override {
     // A value that does not fit may leave anything behind, so it gets a buffer of its own.
-    std::array<std::byte, 256> value;
+    std::array<std::byte, kLargestValue> value;
     DWORD size = static_cast<DWORD>(std::min(buffer.size(), value.size()));
     const LSTATUS status = RegQueryValueExW(key_, Wide(name), nullptr, nullptr,
                                             reinterpret_cast<BYTE*>(value.data()), &size);
@@ -37,11 +37,18 @@ class RegistryPreferences final : public PreferencesStore {
   }
 
   void Write(const char16_t* name, PreferenceType type, std::span<const std::byte> value) override {
+    if (value.size() > kLargestValue) return;
+    // The system would count a zero unit behind a text into it, so another one stands there.
+    std::array<std::byte, kLargestValue + sizeof(wchar_t)> bytes;
+    bytes.fill(std::byte{0xFF});
+    std::ranges::copy(value, bytes.begin());
     RegSetValueExW(key_, Wide(name), 0, static_cast<DWORD>(type),
-                   reinterpret_cast<const BYTE*>(value.data()), static_cast<DWORD>(value.size()));
+                   reinterpret_cast<const BYTE*>(bytes.data()), static_cast<DWORD>(value.size()));
   }
 
  private:
+  static constexpr std::size_t kLargestValue = 256;  // bytes; both preferences are far smaller
+
   HKEY key_ = nullptr;
 };
 

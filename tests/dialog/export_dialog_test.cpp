@@ -121,6 +121,8 @@ TEST_F(Dialog, GoesOnWithoutAControl) {
   rig.script.noSwitcherSide = true;
   rig.Open();
   EXPECT_EQ(rig.dialog->EndValue(), std::nullopt);
+  EXPECT_EQ(rig.dialog->Caption(), u"No communication");
+  EXPECT_EQ(rig.DisabledControls(), AllButTheAddress());
   EXPECT_EQ(rig.dialog->Send(kWmApp, 0, 0), 1);
   rig.dialog->PasteOver(kAddressEdit, u"1.2.3.4");
   EXPECT_TRUE(rig.state.connectPending);
@@ -254,6 +256,8 @@ TEST_F(Dialog, ReadsTheChoicesBack) {
   EXPECT_FALSE(rig.state.premultiplyAlpha);
   rig.dialog->Click(kPremultiplyCheck);
   EXPECT_TRUE(rig.state.premultiplyAlpha);
+  rig.Command(kPremultiplyCheck, 6);
+  EXPECT_TRUE(rig.state.premultiplyAlpha) << "read anew at whatever is reported, not turned";
 }
 
 TEST_F(Dialog, KeepsTheChoiceWhenNoRadioIsChecked) {
@@ -304,13 +308,25 @@ TEST_F(Dialog, ExportsToNoPlayerAndToNoSlot) {
   EXPECT_TRUE(rig.script.Exports()[0].premultiply);
 }
 
-TEST_F(Dialog, CutsALongName) {
-  rig.OpenConnected();
-  rig.dialog->PasteOver(kNameEdit, std::u16string(300, u'x'));
-  rig.dialog->Click(kExportButton);
-  ASSERT_TRUE(rig.script.WaitForExports(1));
-  EXPECT_EQ(rig.script.Exports()[0].name, std::u16string(254, u'x'))
-      << "255 with the terminator, as the message counts";
+TEST_F(Dialog, ExportsNamesOfEveryLength) {
+  constexpr std::size_t kLongest = 254;  // 255 with the terminator, as the message counts
+  const std::u16string names[] = {
+      u"",
+      u"\xD83D\xDE00",
+      std::u16string(kLongest, u'x'),
+      std::u16string(kLongest + 1, u'x'),
+      std::u16string(300, u'x'),
+      std::u16string(kLongest - 1, u'x') + u"\xD83D\xDE00",  // cut between its halves
+  };
+  std::size_t exports = 0;
+  for (const std::u16string& name : names) {
+    rig.OpenConnected();
+    rig.dialog->PasteOver(kNameEdit, name);
+    rig.dialog->Click(kExportButton);
+    ASSERT_TRUE(rig.script.WaitForExports(++exports));
+    EXPECT_EQ(rig.script.Exports().back().name, name.substr(0, kLongest));
+    rig.Close();
+  }
 }
 
 TEST_F(Dialog, StaysDisabledWhenTheDocumentCannotBeRead) {
@@ -419,9 +435,11 @@ TEST_F(Dialog, WorksAgainAfterAFailedExport) {
 TEST_F(Dialog, ConnectsAgainAfterADisconnectDuringAnExport) {
   rig.OpenConnected();
   rig.dialog->Click(kExportButton);
+  rig.dialog->Send(kWmTimer, kExportTimer, 0);
   rig.state.exportControl->PostDisconnected();
   rig.HandleUntil([&] { return rig.state.connectInProgress; });
   EXPECT_EQ(rig.DisabledControls(), AllButTheAddress()) << "the address can be corrected";
+  EXPECT_EQ(rig.dialog->Control(kStatusLine).text, u"");
   EXPECT_FALSE(rig.dialog->HasTimer(kExportTimer));
   EXPECT_TRUE(rig.script.WaitForConnects(2));
 }

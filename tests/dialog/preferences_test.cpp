@@ -75,8 +75,15 @@ TEST_F(Preferences, TakeThirtyTwoUnitsAndNoMore) {
 TEST_F(Preferences, EndTheAddressAtAZeroUnit) {
   StoreAddress(std::u16string_view(u"10.0.0.1\0garbage", 16));
   EXPECT_EQ(LoadedAddress(), u"10.0.0.1");
-  StoreAddress(u"");
+  StoreAddress(std::u16string_view(u"\0", 1));
   EXPECT_EQ(LoadedAddress(), u"");
+}
+
+TEST_F(Preferences, TakeAValueOfNoBytesForNone) {
+  StoreAddress(u"");
+  store.values[kStillIndexPreference] = {PreferenceType::kText, {}};
+  EXPECT_EQ(LoadedAddress(), kDefaultAddress);
+  EXPECT_EQ(state.stillIndex, 0);
 }
 
 TEST_F(Preferences, SurviveValuesOfTheWrongKind) {

@@ -82,6 +82,7 @@ TEST_F(Handler, ListsAllNamesAtTheirPlaces) {
 }
 
 TEST_F(Handler, WantsAConnectAfterAFailedOne) {
+  handler().OnConnectResult(true, 0, 20, 4);
   rig.state.connectPending = false;
   rig.state.connectInProgress = true;
   handler().OnConnectResult(false, 0, 0, 0);
