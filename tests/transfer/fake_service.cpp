@@ -484,6 +484,10 @@ void FakeService::GrantLock() {
   std::thread([=] { EXPECT_EQ(callback->Locked(), kResultOk); }).join();
 }
 
+FakeService& CurrentFakeService() {
+  return *currentService;
+}
+
 HResult CreateFakeDiscovery(ITMKSwitcherDiscovery** discovery) {
   *discovery = nullptr;
   const FakeService::Answer answer = currentService->Visit(Call::kCreateDiscovery);

@@ -149,7 +149,10 @@ class FakeService {
   bool registered_ = true;
 };
 
-/// Where the factory of the registered class finds its service.
+/// The one that is registered, or was before it was taken away early.
+FakeService& CurrentFakeService();
+
+/// What the registered class makes its objects by.
 HResult CreateFakeDiscovery(ITMKSwitcherDiscovery** discovery);
 
 /// A switcher of the fake without any connecting; one reference, the caller's.
