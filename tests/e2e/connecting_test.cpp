@@ -164,7 +164,7 @@ TEST_F(Connecting, GoesToTheAddressTypedMeanwhile) {
     dialog.WaitUntil("the second connect follows", [&] { return connects == 2; });
     dialog.WaitUntilConnected();
   });
-  EXPECT_EQ(ReadPreference(L"Address"), TextValue(u"10.0.0.2"));
+  EXPECT_EQ(ReadTextPreference(L"Address"), u"10.0.0.2");
 }
 
 }  // namespace

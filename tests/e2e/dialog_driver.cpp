@@ -37,7 +37,14 @@ bool DialogDriver::WaitUntil(const char* what, const std::function<bool()>& cond
   const bool happened = WaitFor([&] { return condition() || ended_; });
   const bool holds = happened && condition();
   EXPECT_TRUE(holds) << what << (ended_ ? ": the selector has returned" : ": not in time");
+  if (holds) Settle();
   return holds;
+}
+
+void DialogDriver::Settle() const {
+  DWORD_PTR answer = 0;
+  const auto patience = static_cast<UINT>(std::chrono::milliseconds(kPatience).count());
+  if (dialog_) SendMessageTimeoutW(dialog_, WM_NULL, 0, 0, SMTO_NORMAL, patience, &answer);
 }
 
 std::vector<HWND> DialogDriver::DialogWindows() const {
@@ -62,13 +69,21 @@ bool DialogDriver::WaitForDialog() {
     return dialog_ != nullptr;
   });
   // Answered as soon as the thread looks at messages, which it does once the dialog is filled in.
-  if (found) SendMessageW(dialog_, WM_NULL, 0, 0);
+  if (found) Settle();
   return found;
 }
 
 bool DialogDriver::WaitUntilConnected() {
   return WaitForDialog() && WaitUntil("the dialog is connected",
                                       [this] { return Caption() == u"ORVA Switcher Media Pool"; });
+}
+
+bool DialogDriver::WaitUntilExporting() {
+  return WaitUntil("the export is under way", [this] { return !IsEnabled(kExportButton); });
+}
+
+bool DialogDriver::WaitUntilUsable() {
+  return WaitUntil("the dialog is usable", [this] { return IsEnabled(kExportButton); });
 }
 
 bool DialogDriver::WaitUntilClosed() {

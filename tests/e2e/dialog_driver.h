@@ -31,11 +31,16 @@ class DialogDriver {
       : pluginThread_(pluginThread), ended_(ended) {}
 
   /// Waits, and fails the test with `what` when it takes too long or the selector has returned.
+  /// Then waits until the dialog is done with the message that made it so.
   bool WaitUntil(const char* what, const std::function<bool()>& condition);
 
   // The export dialog. It is found by its controls once it is open.
   bool WaitForDialog();
   bool WaitUntilConnected();
+  /// The button is pressed and its work begun, or done.
+  bool WaitUntilExporting();
+  /// The button may be pressed again.
+  bool WaitUntilUsable();
   bool WaitUntilClosed();
   HWND Window() const noexcept { return dialog_; }
   HWND Control(int control) const { return GetDlgItem(dialog_, control); }
@@ -78,6 +83,8 @@ class DialogDriver {
  private:
   std::vector<HWND> DialogWindows() const;
   std::u16string TextOf(HWND window) const;
+  /// Waits until the dialog's thread is between two messages, as far as patience goes.
+  void Settle() const;
 
   DWORD pluginThread_;
   const std::atomic<bool>& ended_;

@@ -38,7 +38,7 @@ TEST_F(Opening, ShowsDefaultsWithoutAKey) {
     dialog.WaitUntilClosed();
   });
   EXPECT_EQ(result, kHostResultDone);
-  EXPECT_EQ(ReadPreference(L"Address"), TextValue(u"192.168.10.240")) << "no terminator";
+  EXPECT_EQ(ReadTextPreference(L"Address"), u"192.168.10.240");
   EXPECT_EQ(ReadPreference(L"StillIndex"), NumberValue(0));
   EXPECT_EQ(session.host.DataWord(), 0);
   EXPECT_EQ(session.host.OpenHandles(), 0U);
@@ -115,7 +115,7 @@ TEST_F(Opening, KeepsChoicesForTheNextOpening) {
     dialog.PasteOver(kAddressEdit, u"10.0.0.7");
     dialog.PasteOver(kAddressEdit, u"10.0.0");
   });
-  EXPECT_EQ(ReadPreference(L"Address"), TextValue(u"10.0.0.7")) << "the last valid one";
+  EXPECT_EQ(ReadTextPreference(L"Address"), u"10.0.0.7") << "the last valid one";
   EXPECT_EQ(ReadPreference(L"StillIndex"), NumberValue(6));
   session.Start([](DialogDriver& dialog) {
     ASSERT_TRUE(dialog.WaitUntilConnected());

@@ -41,6 +41,15 @@ std::optional<RegistryValue> ReadPreference(const wchar_t* name) {
   return value;
 }
 
+std::optional<std::u16string> ReadTextPreference(const wchar_t* name) {
+  const std::optional<RegistryValue> value = ReadPreference(name);
+  if (!value || value->type != REG_SZ) return {};
+  std::u16string text(value->bytes.size() / sizeof(char16_t), u'\0');
+  std::memcpy(text.data(), value->bytes.data(), text.size() * sizeof(char16_t));
+  if (text.ends_with(u'\0')) text.pop_back();
+  return text;
+}
+
 void WritePreference(const wchar_t* name, const RegistryValue& value) {
   RegSetKeyValueW(HKEY_CURRENT_USER, kKey, name, value.type, value.bytes.data(),
                   static_cast<DWORD>(value.bytes.size()));

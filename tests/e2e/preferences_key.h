@@ -24,6 +24,9 @@ std::optional<RegistryValue> ReadPreference(const wchar_t* name);
 void WritePreference(const wchar_t* name, const RegistryValue& value);
 
 RegistryValue TextValue(const std::u16string& text);
+/// A text of the preferences. The system stores a terminator that happens to stand behind the
+/// bytes it is given, so one is not looked at.
+std::optional<std::u16string> ReadTextPreference(const wchar_t* name);
 RegistryValue NumberValue(std::uint32_t number);
 
 }  // namespace mixdecks::e2e

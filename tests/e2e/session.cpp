@@ -17,8 +17,7 @@ Session::Session(simulator::Scenario scenario, HostDocument document)
 
 Session::~Session() {
   simulator.Shutdown();
-  for (const std::string& violation : simulator.Violations())
-    ADD_FAILURE() << violation;
+  EXPECT_EQ(simulator.Violations(), expectedViolations);
 }
 
 std::int16_t HostedPlugin::Run(Selector selector, const User& user) {

@@ -40,9 +40,10 @@ class Session : public HostedPlugin {
  public:
   explicit Session(simulator::Scenario scenario = {},
                    HostDocument document = DocumentOf(BusyPicture(64, 36), true));
-  /// Ends the switcher and fails the test when the plug-in broke a rule of it.
+  /// Ends the switcher and fails the test when the plug-in broke other rules than expected.
   ~Session();
 
+  std::vector<std::string> expectedViolations;
   simulator::SwitcherSimulator simulator;
   ScopedComClass comClass{simulator};
 };

@@ -5,6 +5,7 @@
 
 #include <thread>
 
+#include "platform/text.h"
 #include "simulator/service_results.h"
 
 namespace mixdecks::simulator {
@@ -45,9 +46,9 @@ TEST_F(ServedDiscoveries, Connect) {
   ITMKSwitcherDiscovery* discovery = Create();
   ITMKSwitcher* switcher = nullptr;
   std::uint32_t reason = 0;
-  char16_t address[] = u"192.168.10.240";
-  ASSERT_EQ(discovery->ConnectTo(address, &switcher, &reason), kResultOk);
-  switcher->Release();
+  const Text address(u"192.168.10.240");
+  EXPECT_EQ(discovery->ConnectTo(address.Get(), &switcher, &reason), kResultOk);
+  if (switcher != nullptr) switcher->Release();
   discovery->Release();
 }
 
