@@ -12,6 +12,7 @@
 
 #include "simulator/code_text.h"
 #include "tools/export/export_run.h"
+#include "tools/export/plugin_run.h"
 #include "transfer/video_modes.h"
 
 namespace mixdecks {
@@ -107,14 +108,20 @@ void PrintError(const UserError& error, const Console& console) {
   console.out << json.dump(2) << '\n';
 }
 
-void Run(const ExportOptions& options, const Console& console) {
+ExportReport Export(const ExportOptions& options, const Console& console) {
   const auto warn = [&console](const std::string& warning) { console.Warn(warning); };
+  if (const auto report = RunPluginExport(options, warn)) return *report;
+  return RunExport(options, warn);
+}
+
+void Run(const ExportOptions& options, const Console& console) {
+  if (ShowPluginAbout(options)) return;
   if (!options.json) {
-    console.out << TextOf(RunExport(options, warn));
+    console.out << TextOf(Export(options, console));
     return;
   }
   try {
-    console.out << JsonOf(RunExport(options, warn)).dump(2) << '\n';
+    console.out << JsonOf(Export(options, console)).dump(2) << '\n';
   } catch (const UserError& error) {
     PrintError(error, console);
     throw;
@@ -130,6 +137,7 @@ void AddExportCommand(CLI::App& app, const Console& console) {
   AddDocumentOptions(command, *options);
   AddDialogOptions(command, *options);
   AddSwitcherOptions(command, *options);
+  AddPluginOptions(command, *options);
   command.add_flag("--json", options->json, "Tell the result as JSON");
   command.callback([options, &console] { Run(*options, console); });
 }

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iostream>
 
+#include "tools/path_text.h"
 #include "tools/user_error.h"
 
 namespace mixdecks {
@@ -27,7 +28,7 @@ std::vector<std::uint8_t> ReadAll(std::istream& stream, const std::string& path)
 
 std::vector<std::uint8_t> ReadInputFile(const std::string& path) {
   if (path == kStandardInput) return ReadAll(std::cin, "standard input");
-  const std::filesystem::path file(path);
+  const std::filesystem::path file = PathOf(path);
   std::error_code ignored;
   if (std::filesystem::is_directory(file, ignored)) {
     throw Failure(path, "it is a folder", "give the path of a file");

@@ -10,6 +10,7 @@
 #include "simulator/code_text.h"
 #include "simulator/pool.h"
 #include "simulator/unicode.h"
+#include "tools/path_text.h"
 
 namespace mixdecks {
 namespace {
@@ -29,7 +30,7 @@ struct PoolOptions {
 
 PoolContents Load(const std::string& pool) {
   try {
-    return simulator::LoadPool(pool);
+    return simulator::LoadPool(PathOf(pool));
   } catch (const simulator::PoolError& error) {
     throw Failure(error.what(), "", "");
   }

@@ -2,10 +2,11 @@
 
 #include <fmt/format.h>
 
-#include <filesystem>
 #include <utility>
 
+#include "simulator/unicode.h"
 #include "tools/input_file.h"
+#include "tools/path_text.h"
 #include "tools/picture/picture_error.h"
 #include "tools/user_error.h"
 
@@ -43,7 +44,7 @@ Picture OpenDocument(const ExportOptions& options, std::vector<std::string>& war
   HostDocument& document = picture.document;
   document.fileName = options.picture == kStandardInput
                           ? ProposedName(options.picture)
-                          : std::filesystem::path(options.picture).filename().string();
+                          : simulator::PathText(PathOf(options.picture).filename());
   if (options.toRgb) WithFile(options.picture, [&] { ConvertToRgb(document); });
   if (options.depth) ConvertDepth(document, static_cast<std::int16_t>(*options.depth));
   for (const std::string& path : options.alphaChannels) {

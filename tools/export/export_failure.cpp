@@ -60,7 +60,9 @@ UserError FailureOf(const ExportOptions& options, const ExportOutcome& outcome) 
   switch (outcome.end) {
     case ExportEnd::kServiceMissing:
       return Failure("switcher service", MessagesOr(outcome, "it could not be created"),
-                     "the scenario takes the service away; leave that out");
+                     options.plugin ? "register one, the simulator for instance: regsvr32 "
+                                      "MixdecksSwitcherSim.dll"
+                                    : "the scenario takes the service away; leave that out");
     case ExportEnd::kOutOfMemory:
       return Failure("export", "there is not enough memory", "close other programs");
     case ExportEnd::kNotConnected:

@@ -9,6 +9,7 @@
 #include "simulator/code_text.h"
 #include "simulator/unicode.h"
 #include "tools/input_file.h"
+#include "tools/path_text.h"
 #include "tools/user_error.h"
 
 namespace mixdecks {
@@ -78,7 +79,7 @@ simulator::Scenario ReadScenario(const ExportOptions& options) {
   simulator::Scenario scenario;
   if (options.scenario) {
     try {
-      scenario = simulator::LoadScenario(*options.scenario);
+      scenario = simulator::LoadScenario(PathOf(*options.scenario));
     } catch (const simulator::ScenarioError& error) {
       throw Failure(error.what(), "", "");
     }
@@ -105,8 +106,9 @@ void CheckDepth(const std::optional<int>& depth) {
 
 std::string ProposedName(const std::string& picture) {
   if (picture == kStandardInput) return "still";
+  // There and back, since a file's name may be no valid text.
   const std::string file =
-      simulator::ToUtf8(simulator::ToUtf16(std::filesystem::path(picture).filename().string()));
+      simulator::ToUtf8(simulator::ToUtf16(simulator::PathText(PathOf(picture).filename())));
   return file.substr(0, file.find('.'));
 }
 

@@ -29,6 +29,11 @@ struct ExportOptions {
   bool premultiply = true;
   bool json = false;
   double timeoutSeconds = 60;
+
+  // Only where the system can load it:
+  std::optional<std::string> plugin;  ///< the built library, to run in place of our own code
+  bool pressExport = false;           ///< operate the library's dialog; otherwise the user does
+  bool about = false;                 ///< show the library's about box and nothing else
 };
 
 /// The same, checked as far as it can be without picture and switcher.

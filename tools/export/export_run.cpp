@@ -1,14 +1,11 @@
 #include "tools/export/export_run.h"
 
-#include <fmt/format.h>
-
 #include <chrono>
 #include <memory>
 #include <utility>
 
 #include "platform/message_box.h"
 #include "plugin/export_main.h"
-#include "simulator/code_text.h"
 #include "simulator/service_registration.h"
 #include "simulator/switcher_simulator.h"
 #include "simulator/unicode.h"
@@ -16,11 +13,11 @@
 #include "tools/export/export_failure.h"
 #include "tools/export/front_end.h"
 #include "tools/export/stage_clock.h"
+#include "tools/export/still_description.h"
 #include "tools/interrupt.h"
 #include "tools/memory_host/memory_host.h"
+#include "tools/path_text.h"
 #include "tools/user_error.h"
-#include "transfer/fit_rect.h"
-#include "transfer/video_modes.h"
 
 namespace mixdecks {
 namespace {
@@ -50,21 +47,10 @@ class CollectedBoxes {
 std::unique_ptr<SwitcherSimulator> SwitchOn(const ExportOptions& options,
                                             const simulator::Scenario& scenario) {
   try {
-    return std::make_unique<SwitcherSimulator>(scenario, options.pool);
+    return std::make_unique<SwitcherSimulator>(scenario, PathOf(options.pool));
   } catch (const simulator::PoolError& error) {
     throw Failure(error.what(), "", "");
   }
-}
-
-std::string_view AlphaSourceOf(const HostDocument& document) {
-  if (!document.extraAlpha.empty()) return "extra alpha channel";
-  return document.transparency ? "transparency" : "none";
-}
-
-PictureFacts FactsOf(const ExportOptions& options, const Picture& picture) {
-  const HostDocument& document = picture.document;
-  return {options.picture, picture.format, document.width,
-          document.height, document.depth, AlphaSourceOf(document)};
 }
 
 /// A document that is not in RGB never reaches a dialog, nor a switcher.
@@ -72,16 +58,6 @@ void LetThePluginRefuse(const ExportOptions& options, HostDocument document) {
   const std::int16_t imageMode = document.imageMode;
   MemoryHost host(std::move(document));
   throw RefusalOf(options, host.Call(MixdecksExportMain, Selector::kStart), imageMode);
-}
-
-/// The rules between plug-in, host and switcher were kept, or somebody has to know.
-void CheckRules(const MemoryHost& host, const SwitcherSimulator& simulator) {
-  std::vector<std::string> violations = host.Violations();
-  const std::vector<std::string> others = simulator.Violations();
-  violations.insert(violations.end(), others.begin(), others.end());
-  if (violations.empty()) return;
-  throw Failure("internal fault", fmt::format("{}", fmt::join(violations, "; ")),
-                "please report this message");
 }
 
 std::vector<StageTime> TimesOf(Clock::duration opening, const ExportOutcome& outcome,
@@ -96,36 +72,6 @@ std::vector<StageTime> TimesOf(Clock::duration opening, const ExportOutcome& out
           {"export", outcome.ended - outcome.clicked}};
 }
 
-std::optional<FitRect> FitOf(const PictureFacts& picture, const simulator::Still& still) {
-  const auto width = static_cast<std::int32_t>(still.width);
-  const auto height = static_cast<std::int32_t>(still.height);
-  if (picture.width == width && picture.height == height) return std::nullopt;
-  FitRect fit{};
-  ComputeFitRect(picture.width, picture.height, width, height, fit);
-  return fit;
-}
-
-void DescribeStill(ExportReport& report, const ExportOrders& orders,
-                   const simulator::PoolContents& contents) {
-  const auto& still = contents.slots.at(orders.slot);
-  if (!still) throw Failure("export", "the still left the pool again", "look at the scenario");
-  report.still = *still;
-  report.name = simulator::ToUtf8(orders.name);
-  report.slot = orders.slot + 1;
-  report.premultiplied = orders.premultiply;
-  if (orders.mediaPlayer >= 0) {
-    report.player = orders.mediaPlayer + 1;
-    report.shown = contents.players.at(static_cast<std::size_t>(orders.mediaPlayer)) == orders.slot;
-  }
-  report.colourSpace = FindVideoMode(still->mode)->colourSpace;
-  report.fit = FitOf(report.picture, *still);
-  for (const std::string& file :
-       {simulator::FrameFileName(orders.slot), simulator::PictureFileName(orders.slot),
-        std::string("index.html")}) {
-    report.files.push_back(report.pool / file);
-  }
-}
-
 }  // namespace
 
 ExportReport RunExport(const ExportOptions& options, const WarningSink& warn) {
@@ -138,9 +84,7 @@ ExportReport RunExport(const ExportOptions& options, const WarningSink& warn) {
     LetThePluginRefuse(options, std::move(picture.document));
   }
 
-  ExportReport report;
-  report.picture = FactsOf(options, picture);
-  report.pool = options.pool;
+  ExportReport report = BeginReport(options, picture);
   const Clock::duration opening = Clock::now() - begun;
 
   const auto simulator = SwitchOn(options, plan.scenario);
@@ -161,7 +105,10 @@ ExportReport RunExport(const ExportOptions& options, const WarningSink& warn) {
   outcome.messages = boxes.Shown();
   if (result != kHostResultDone) throw RefusalOf(options, result, kImageModeRgb);
   // Equipment that was switched off in the middle has something to complain about.
-  if (!outcome.cutOff) CheckRules(host, *simulator);
+  if (!outcome.cutOff) {
+    CheckRules(host.Violations());
+    CheckRules(simulator->Violations());
+  }
   if (outcome.end != ExportEnd::kExported) throw FailureOf(options, outcome);
   if (outcome.slotWasUsed) report.replaced = simulator::ToUtf8(outcome.replaced);
   report.times = TimesOf(opening, outcome, clock.Marks());
