@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <string_view>
 
 #include "tests/library/portable_executable.h"
@@ -39,7 +40,9 @@ TEST_F(LibraryFile, ImportsSystemLibrariesAlone) {
   const std::vector<std::string> system = {"ADVAPI32.dll", "GDI32.dll",  "KERNEL32.dll",
                                            "msvcrt.dll",   "ole32.dll",  "OLEAUT32.dll",
                                            "USER32.dll",   "gdiplus.dll"};
-  for (const std::string& name : library.ImportedLibraries()) {
+  const std::vector<std::string> imported = library.ImportedLibraries();
+  EXPECT_FALSE(imported.empty());
+  for (const std::string& name : imported) {
     const auto same = [&](const std::string& other) {
       return std::ranges::equal(
           name, other, {}, [](unsigned char c) { return std::tolower(c); },
