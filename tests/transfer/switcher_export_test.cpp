@@ -297,6 +297,13 @@ TEST_F(Exporting, IgnoresALockThatIsGrantedTooLate) {
   EXPECT_EQ(service_.Count(Call::kSetPicture), 0);
 }
 
+TEST_F(Exporting, IgnoresALockThatIsGrantedAfterTheEnd) {
+  ExportUpToTheUpload();
+  service_.SendStillsEvent(kEventTransferCancelled, 1);
+  service_.GrantLock();
+  EXPECT_EQ(service_.Count(Call::kSetPicture), 1);
+}
+
 TEST_F(Exporting, KeepsTheNextFrameWhenTheEndOfTheLastComesLate) {
   ExportUpToTheUpload(0);
   // The next export is prepared while the end of this one is still being dealt with.
