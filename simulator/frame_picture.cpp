@@ -1,18 +1,11 @@
 #include "simulator/frame_picture.h"
 
-#include "pixelconvert/pixel_converter.h"
-#include "transfer/video_modes.h"
-
-// The library is compiled into this file alone, so that other parts of a program may have theirs.
-#define STB_IMAGE_WRITE_STATIC
-#define STB_IMAGE_WRITE_IMPLEMENTATION
-#include <stb/stb_image_write.h>
-
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
-#include <new>
 #include <utility>
+
+#include "pixelconvert/pixel_converter.h"
+#include "simulator/png_file.h"
+#include "transfer/video_modes.h"
 
 namespace mixdecks::simulator {
 namespace {
@@ -86,14 +79,7 @@ std::vector<std::uint8_t> EncodePicture(const Still& still, std::span<const std:
   convert(still.width, height, pixels.data(), stride, frame.data(), stride);
   if (still.alpha == FrameAlpha::kPremultiplied) Unmultiply(pixels);
   SwapRedAndBlue(pixels);
-
-  int length = 0;
-  const std::unique_ptr<unsigned char, decltype(&std::free)> file(
-      stbi_write_png_to_mem(pixels.data(), stride, static_cast<int>(still.width), height, 4,
-                            &length),
-      &std::free);
-  if (file == nullptr) throw std::bad_alloc();
-  return {file.get(), file.get() + length};
+  return EncodePng(pixels, still.width, still.height);
 }
 
 }  // namespace mixdecks::simulator
