@@ -242,7 +242,11 @@ class Players final : public Counted<ITMKSwitcherMediaPlayerIterator> {
   HResult Next(ITMKSwitcherMediaPlayer** player) override {
     *player = nullptr;
     const FakeService::Answer answer = service_.Visit(Call::kNext);
-    if (answer.result != 0) return answer.result;
+    if (answer.result != 0) {
+      // Given with a success other than 0 too: it is no player, yet whoever asked owns it.
+      if (answer.result > 0) *player = new MediaPlayer(service_, next_);
+      return answer.result;
+    }
     if (next_ == service_.mediaPlayers) return service_.endOfIteration;
     if (answer.givesObject) *player = new MediaPlayer(service_, next_);
     ++next_;

@@ -62,6 +62,14 @@ TEST_F(Connecting, CountsPlayersUntilAnythingButZero) {
   }
 }
 
+TEST_F(Connecting, CountsNoPlayerThatComesWithAnythingButZero) {
+  service_.mediaPlayers = 4;
+  service_.Fail(Call::kNext, 1, 3);
+  FrontEnd frontEnd;
+  frontEnd.Connect(3);
+  EXPECT_EQ(frontEnd.Results()[0], "connected, reason 0, stills 3, players 2");
+}
+
 struct FailingStep {
   Call call;
   const char* result;
