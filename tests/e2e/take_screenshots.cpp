@@ -7,9 +7,9 @@
 
 #include "dialog/window_messages.h"
 #include "tests/e2e/preferences_key.h"
-#include "tests/e2e/screen_picture.h"
 #include "tests/e2e/session.h"
 #include "tests/e2e/wait_for.h"
+#include "tools/plugin_host/screen_picture.h"
 
 namespace mixdecks::e2e {
 namespace {
@@ -87,7 +87,7 @@ void TakeMessageBox(const std::filesystem::path& folder) {
     if (!dialog.WaitUntilConnected()) return;
     dialog.Press(kExportButton);
     if (const std::optional<MessageBoxView> box = dialog.WaitForBox()) {
-      Save(folder / "dialog-message.png", {dialog.Window(), box->window});
+      Save(folder / "dialog-message-box.png", {dialog.Window(), box->window});
       dialog.Answer(*box);
     }
   });
@@ -98,7 +98,7 @@ void TakeAboutBox(const std::filesystem::path& folder) {
   session.About([&](DialogDriver& dialog) {
     if (const HWND about = dialog.WaitForAboutBox()) {
       SendMessageW(about, WM_NULL, 0, 0);
-      Save(folder / "about.png", {about});
+      Save(folder / "about-box.png", {about});
     }
   });
 }
