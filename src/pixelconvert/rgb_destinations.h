@@ -56,7 +56,7 @@ struct BgraDestination : FullRange8, FourByteDestination<BgraDestination> {
 /// `BGRA` with the alpha of `ay10`.
 struct BgraVideoAlphaDestination : FullRange8, FourByteDestination<BgraVideoAlphaDestination> {
   static PixelPair Pack(const RgbSite& site) {
-    return PackBytes(site.blue, site.green, site.red, VideoToFull<8>(site.alpha));
+    return PackBytes(site.blue, site.green, site.red, AlphaToFull8(site.alpha));
   }
 };
 

@@ -1,9 +1,9 @@
 // RGB to RGB, between all formats of whole words and `RGB3`.
 //
 // Three families cover them: fields that only move, full range cut down to video range, and video
-// range stretched to full. Where the range changes a pixel is taken apart into words, blue with red
-// in one vector and green in another, every sample at the scale of 64 to the 10-bit unit: a byte in
-// the upper half of its word, or ten bits from the top.
+// range stretched to full. A pixel is taken apart into its outer channels, red and blue, one in
+// each half of the word, and green between them. Multiplications are scaled so that the outer
+// channels come out where the destination wants them.
 #pragma once
 
 #include <cstddef>
@@ -17,20 +17,33 @@
 
 namespace mixdecks {
 
+/// Four pixels as they stand in memory, as native words, and as such with exchanged halves. What a
+/// kernel does not use is never made.
+struct NativePixels {
+  simd::Vector memory;
+  simd::Vector plain;
+  simd::Vector exchanged;
+};
+
 template <class Layout>
 struct PixelMemory {
   static constexpr RowUnit kRow = kFourBytePixel;
 
-  static simd::Vector Load(const std::uint8_t* src) {
-    return NativeWords<Layout::kWord.order>(simd::Load(src));
+  static NativePixels Load(const std::uint8_t* src) {
+    const simd::Vector memory = simd::Load(src);
+    if constexpr (Layout::kWord.order == ByteOrder::kBig) {
+      const simd::Vector exchanged = simd::SwapWordBytes(memory);
+      return {memory, simd::SwapWords(exchanged), exchanged};
+    } else {
+      return {memory, memory, simd::SwapWords(memory)};
+    }
   }
 
   template <std::size_t kVectors>
   static void Store(std::uint8_t* dst, const simd::Vector (&pixels)[kVectors]) {
 #pragma GCC unroll 4
-    for (std::size_t i = 0; i < kVectors; ++i) {
-      simd::Store(dst + i * 16, NativeWords<Layout::kWord.order>(pixels[i]));
-    }
+    for (std::size_t i = 0; i < kVectors; ++i)
+      simd::Store(dst + i * 16, pixels[i]);
   }
 };
 
@@ -38,7 +51,10 @@ template <>
 struct PixelMemory<layout::Rgb3> {
   static constexpr RowUnit kRow = kThreeBytePixel;
 
-  static simd::Vector Load(const std::uint8_t* src) { return LoadRgb3(src); }
+  static NativePixels Load(const std::uint8_t* src) {
+    const simd::Vector pixels = LoadRgb3(src);
+    return {pixels, pixels, simd::SwapWords(pixels)};
+  }
 
   // Pairs of pixels go out as eight bytes in rising order, so that each store puts right what the
   // one before it wrote too much; the last one stores its six.
@@ -59,8 +75,8 @@ struct PixelMemory<layout::Rgb3> {
   }
 };
 
-/// The kernel of all three families: `Rule::Convert` makes four destination words of four source
-/// words.
+/// The kernel of all three families: `Rule::Convert` makes four pixels, as they stand in memory, of
+/// four native ones.
 template <class Source, class Destination, class Rule>
 struct RgbToRgb {
   static constexpr std::size_t kVectors = 4;
@@ -87,10 +103,17 @@ struct RgbToRgb {
   };
 };
 
-/// Red and blue are the outer channels of a pixel, in either order: one in each half of its word.
+/// The lowest bits of the outer channels, each counted in its own half of the word.
 struct OuterFields {
   int lower;
-  int upper;  ///< counted from the upper half's own lowest bit
+  int upper;
+
+  constexpr OuterFields Exchanged() const { return {upper, lower}; }
+
+  /// A bit pattern at both places.
+  constexpr std::uint32_t Both(std::uint32_t bits) const {
+    return bits << lower | bits << (upper + 16);
+  }
 };
 
 constexpr OuterFields OuterFieldsOf(const PixelWord& word) {
@@ -98,126 +121,177 @@ constexpr OuterFields OuterFieldsOf(const PixelWord& word) {
                               : OuterFields{word.blue, word.red - 16};
 }
 
-/// Whether the outer channels change places.
+/// How the channels get from one layout to the other.
 template <class Source, class Destination>
-inline constexpr bool kOuterSwapped = (Source::kWord.red < Source::kWord.blue) !=
-                                      (Destination::kWord.red < Destination::kWord.blue);
+struct ChannelPath {
+  static constexpr PixelWord kFrom = Source::kWord;
+  static constexpr PixelWord kTo = Destination::kWord;
+  static constexpr int kWidened = kTo.bits - kFrom.bits;
+
+  // Outer channels that trade places do so for nothing where bytes are turned round anyway: they
+  // are taken from words with exchanged halves, or put into such words.
+  static constexpr bool kTrade = (kFrom.red < kFrom.blue) != (kTo.red < kTo.blue);
+  static constexpr bool kWriteExchanged =
+      kTrade && kFrom.order == ByteOrder::kLittle && kTo.order == ByteOrder::kBig;
+  static constexpr bool kReadExchanged = kTrade && !kWriteExchanged;
+
+  // Where the outer channels are found and where they are left.
+  static constexpr OuterFields kOuterFrom =
+      kReadExchanged ? OuterFieldsOf(kFrom).Exchanged() : OuterFieldsOf(kFrom);
+  static constexpr OuterFields kOuterTo =
+      kWriteExchanged ? OuterFieldsOf(kTo).Exchanged() : OuterFieldsOf(kTo);
+
+  /// The outer channels alone, without the lowest bits of each if there are bits to drop.
+  template <int kDropped = 0>
+  static simd::Vector Outer(const NativePixels& pixels) {
+    constexpr std::uint32_t field = (1u << kFrom.bits) - (1u << kDropped);
+    return _mm_and_si128(kReadExchanged ? pixels.exchanged : pixels.plain,
+                         simd::DoubleWords(kOuterFrom.Both(field)));
+  }
+
+  /// Green alone, likewise.
+  template <int kDropped = 0>
+  static simd::Vector Green(const NativePixels& pixels) {
+    constexpr std::uint32_t field = (1u << kFrom.bits) - (1u << kDropped);
+    return _mm_and_si128(pixels.plain, simd::DoubleWords(field << kFrom.green));
+  }
+
+  /// Pixels as they stand in memory, of channels at their places. `kAdded` is added to every native
+  /// word and must not carry from its lower half into the upper.
+  template <std::uint32_t kAdded>
+  static simd::Vector Join(simd::Vector outer, simd::Vector green) {
+    constexpr std::uint32_t added = kWriteExchanged ? kAdded << 16 | kAdded >> 16 : kAdded;
+    if constexpr (kWriteExchanged) green = simd::SwapWords(green);
+    simd::Vector pixels = _mm_or_si128(outer, green);
+    if constexpr (added != 0) pixels = _mm_add_epi32(pixels, simd::DoubleWords(added));
+    if constexpr (kTo.order == ByteOrder::kLittle) return pixels;
+    return simd::SwapWordBytes(kWriteExchanged ? pixels : simd::SwapWords(pixels));
+  }
+};
 
 /// Fields that keep their range only move. Eight bits become ten with zeros below, ten become eight
 /// without the two lowest: the tops of the fields meet.
 template <class Source, class Destination>
 struct FieldMove {
-  static simd::Vector Convert(simd::Vector pixels) {
-    constexpr std::uint32_t opaque = Destination::kWord.opaque;
-    const simd::Vector moved = Move(pixels);
-    return opaque == 0 ? moved : _mm_or_si128(moved, simd::DoubleWords(opaque));
-  }
-
- private:
-  static constexpr PixelWord kFrom = Source::kWord;
-  static constexpr PixelWord kTo = Destination::kWord;
-  static constexpr int kBits = kFrom.bits < kTo.bits ? kFrom.bits : kTo.bits;
-  static constexpr int kFromTop = kFrom.bits - kBits;  // bits that stay behind
-  static constexpr int kToTop = kTo.bits - kBits;      // bits that stay zero
-  static constexpr std::uint32_t kField = (1u << kBits) - 1;
-
-  static simd::Vector Move(simd::Vector pixels) {
-    constexpr int distance = kTo.green - kFrom.green;
-    if constexpr (kTo.red - kFrom.red == distance && kTo.blue - kFrom.blue == distance &&
-                  kFrom.bits == kTo.bits) {
-      constexpr std::uint32_t fields = kField << kTo.red | kField << kTo.green | kField << kTo.blue;
-      return _mm_and_si128(simd::ShiftDoubleWords<distance>(pixels), simd::DoubleWords(fields));
+  static simd::Vector Convert(const NativePixels& pixels) {
+    if constexpr (kTogether && kBothBig) {
+      return ShiftInMemoryOrder(pixels.memory);
+    } else if constexpr (kTogether) {
+      const simd::Vector moved = simd::ShiftDoubleWords<kDistance>(pixels.plain);
+      return Path::template Join<kTo.opaque>(_mm_and_si128(moved, simd::DoubleWords(kFields)),
+                                             _mm_setzero_si128());
     } else {
-      return _mm_or_si128(MoveOuter(pixels), MoveGreen(pixels));
+      constexpr OuterFields from = Path::kOuterFrom;
+      constexpr OuterFields to = Path::kOuterTo;
+      constexpr int widened = Path::kWidened;
+      constexpr int dropped = widened < 0 ? -widened : 0;
+      return Path::template Join<kTo.opaque>(
+          simd::ShiftWords<to.lower - from.lower + widened, to.upper - from.upper + widened>(
+              Path::template Outer<dropped>(pixels)),
+          simd::ShiftDoubleWords<kDistance + widened>(Path::template Green<dropped>(pixels)));
     }
   }
 
-  static simd::Vector MoveGreen(simd::Vector pixels) {
-    constexpr int from = kFrom.green + kFromTop;
-    const simd::Vector green = _mm_and_si128(pixels, simd::DoubleWords(kField << from));
-    return simd::ShiftDoubleWords<kTo.green + kToTop - from>(green);
-  }
+ private:
+  using Path = ChannelPath<Source, Destination>;
+  static constexpr PixelWord kFrom = Path::kFrom;
+  static constexpr PixelWord kTo = Path::kTo;
 
-  static simd::Vector MoveOuter(simd::Vector pixels) {
-    constexpr bool swapped = kOuterSwapped<Source, Destination>;
-    constexpr OuterFields from = OuterFieldsOf(kFrom);
-    constexpr OuterFields to = OuterFieldsOf(kTo);
-    constexpr int lower = (swapped ? to.upper : to.lower) + kToTop - from.lower - kFromTop;
-    constexpr int upper = (swapped ? to.lower : to.upper) + kToTop - from.upper - kFromTop;
-    constexpr std::uint32_t fields =
-        kField << (from.lower + kFromTop) | kField << (from.upper + kFromTop + 16);
-    const simd::Vector moved =
-        simd::ShiftWords<lower, upper>(_mm_and_si128(pixels, simd::DoubleWords(fields)));
-    return swapped ? simd::SwapWords(moved) : moved;
+  // Fields that all go the same way go in one.
+  static constexpr int kDistance = kTo.green - kFrom.green;
+  static constexpr bool kTogether =
+      kTo.red - kFrom.red == kDistance && kTo.blue - kFrom.blue == kDistance && Path::kWidened == 0;
+  static constexpr std::uint32_t kField = (1u << kTo.bits) - 1;
+  static constexpr std::uint32_t kFields =
+      kField << kTo.red | kField << kTo.green | kField << kTo.blue;
+
+  // Big-endian words shifted by a little need not be turned round: what a byte loses at one end
+  // turns up at the other end of the byte beside it.
+  static constexpr bool kBothBig = kFrom.order == ByteOrder::kBig && kTo.order == ByteOrder::kBig;
+  static constexpr std::uint32_t kEveryByte = 0x01010101;
+
+  static simd::Vector ShiftInMemoryOrder(simd::Vector pixels) {
+    constexpr int across = kDistance > 0 ? kDistance - 16 : kDistance + 16;
+    constexpr std::uint32_t inside =
+        kDistance > 0 ? 0xFFu << kDistance & 0xFF : 0xFFu >> -kDistance;
+    const simd::Vector within = _mm_and_si128(simd::ShiftDoubleWords<kDistance>(pixels),
+                                              simd::DoubleWords(kEveryByte * inside));
+    const simd::Vector beside = _mm_and_si128(simd::ShiftDoubleWords<across>(pixels),
+                                              simd::DoubleWords(kEveryByte * (0xFF - inside)));
+    const simd::Vector moved = _mm_or_si128(within, beside);
+    if constexpr (kTo.opaque == 0) return moved;
+    return _mm_or_si128(moved, simd::DoubleWords(kTo.opaque << 24));
   }
 };
-
-/// A pixel taken apart, every sample × 64.
-struct SplitPixels {
-  simd::Vector outer;  ///< the outer channels as [lower upper] words
-  simd::Vector green;  ///< in the lower words, the upper ones zero
-};
-
-template <class Layout>
-SplitPixels Split(simd::Vector pixels) {
-  constexpr PixelWord word = Layout::kWord;
-  constexpr OuterFields at = OuterFieldsOf(word);
-  constexpr std::uint32_t field = (1u << word.bits) - 1;
-  constexpr int top = 16 - word.bits;
-  // What stands above the fields is shifted out; only what is below has to be cleared.
-  constexpr bool clean = at.lower == 0 && at.upper == 0;
-  constexpr std::uint32_t fields = field << at.lower | field << (at.upper + 16);
-  const simd::Vector outer = clean ? pixels : _mm_and_si128(pixels, simd::DoubleWords(fields));
-  const simd::Vector green = _mm_and_si128(pixels, simd::DoubleWords(field << word.green));
-  return {simd::ShiftWords<top - at.lower, top - at.upper>(outer),
-          simd::ShiftDoubleWords<top - word.green>(green)};
-}
-
-/// Puts samples of the destination's depth together. `kSwap` exchanges the outer channels.
-template <class Layout, bool kSwap>
-simd::Vector Join(SplitPixels samples) {
-  constexpr PixelWord word = Layout::kWord;
-  constexpr OuterFields at = OuterFieldsOf(word);
-  const simd::Vector outer = kSwap ? simd::SwapWords(samples.outer) : samples.outer;
-  const simd::Vector joined = _mm_or_si128(simd::ShiftWords<at.lower, at.upper>(outer),
-                                           simd::ShiftDoubleWords<word.green>(samples.green));
-  return word.opaque == 0 ? joined : _mm_or_si128(joined, simd::DoubleWords(word.opaque));
-}
 
 /// Full range of any depth to ten bits of video range.
 template <class Source, class Destination>
 struct FullToVideoRule {
-  static simd::Vector Convert(simd::Vector pixels) {
-    constexpr PixelWord to = Destination::kWord;
-    constexpr std::uint32_t black = kVideoBlack10;
-    const SplitPixels full = Split<Source>(pixels);
-    const SplitPixels aboveBlack{FullToVideo(full.outer), FullToVideo(full.green)};
-    // Black is added to all three fields at once: no sample reaches 1024.
-    return _mm_add_epi32(Join<Destination, kOuterSwapped<Source, Destination>>(aboveBlack),
-                         simd::DoubleWords(black << to.red | black << to.green | black << to.blue));
+  static simd::Vector Convert(const NativePixels& pixels) {
+    constexpr OuterFields from = Path::kOuterFrom;
+    constexpr OuterFields to = Path::kOuterTo;
+    constexpr int widened = Path::kWidened;
+    const simd::Vector outer = FullToVideo(
+        simd::ShiftWords<to.lower - from.lower + widened, to.upper - from.upper + widened>(
+            Path::Outer(pixels)));
+    const simd::Vector green =
+        FullToVideo(simd::ShiftDoubleWords<widened - Path::kFrom.green>(Path::Green(pixels)));
+    constexpr std::uint32_t field = (1u << kTo.bits) - 1;
+    // Black ends in zeros, so adding it to all channels at once carries nowhere.
+    return Path::template Join<kBlack>(_mm_and_si128(outer, simd::DoubleWords(to.Both(field))),
+                                       simd::ShiftDoubleWords<kTo.green>(green));
   }
+
+ private:
+  using Path = ChannelPath<Source, Destination>;
+  static constexpr PixelWord kTo = Path::kTo;
+  static constexpr std::uint32_t kBlack = std::uint32_t{kVideoBlack10} << kTo.red |
+                                          std::uint32_t{kVideoBlack10} << kTo.green |
+                                          std::uint32_t{kVideoBlack10} << kTo.blue;
 };
 
 /// Ten bits of video range to full range of the destination's depth.
 template <class Source, class Destination>
 struct VideoToFullRule {
-  static simd::Vector Convert(simd::Vector pixels) {
-    constexpr int bits = Destination::kWord.bits;
-    const SplitPixels video = Split<Source>(pixels);
-    return Join<Destination, kOuterSwapped<Source, Destination>>(
-        {VideoToFull<bits>(video.outer), VideoToFull<bits>(video.green)});
+  static simd::Vector Convert(const NativePixels& pixels) {
+    constexpr OuterFields from = Path::kOuterFrom;
+    constexpr OuterFields to = Path::kOuterTo;
+    constexpr int highest = to.lower < to.upper ? to.upper : to.lower;
+    constexpr int lower = VideoScale(kTo.bits, to.lower, highest);
+    constexpr int upper = VideoScale(kTo.bits, to.upper, highest);
+    constexpr int rest = to.lower - FullPlace(kTo.bits, lower);
+    static_assert(rest == to.upper - FullPlace(kTo.bits, upper));
+    const simd::Vector outer = simd::ShiftWords<rest, rest>(VideoToFull<kTo.bits, lower, upper>(
+        simd::ShiftWords<lower - from.lower, upper - from.upper>(Path::Outer(pixels))));
+
+    constexpr int middle = VideoScale(kTo.bits, 0, 0);
+    constexpr int down = -FullPlace(kTo.bits, middle);
+    const simd::Vector green = simd::ShiftWords<down, down>(VideoToFull<kTo.bits, middle, middle>(
+        simd::ShiftDoubleWords<middle - Path::kFrom.green>(Path::Green(pixels))));
+
+    // Shifted down, a sample has no fraction left.
+    constexpr std::uint32_t field = (1u << kTo.bits) - 1;
+    return Path::template Join<kTo.opaque>(
+        rest < 0 ? outer : _mm_and_si128(outer, simd::DoubleWords(to.Both(field))),
+        simd::ShiftDoubleWords<kTo.green>(green));
   }
+
+ private:
+  using Path = ChannelPath<Source, Destination>;
+  static constexpr PixelWord kTo = Path::kTo;
 };
 
 /// The 32-bit pixel turned round, which takes each of `32` and `BGRA` to the other, alpha and all.
 struct ReverseRule {
-  static simd::Vector Convert(simd::Vector pixels) { return simd::ReverseBytes(pixels); }
+  static simd::Vector Convert(const NativePixels& pixels) {
+    return simd::SwapWordBytes(pixels.exchanged);
+  }
 };
 
 /// `R10B` or `R10A` as it stands in memory, with the two low bits of every pixel set.
 struct OpaqueRule {
-  static simd::Vector Convert(simd::Vector bigEndian) {
-    return _mm_or_si128(bigEndian, simd::DoubleWords(layout::R10Alpha::kWord.opaque << 24));
+  static simd::Vector Convert(const NativePixels& pixels) {
+    return _mm_or_si128(pixels.memory, simd::DoubleWords(layout::R10Alpha::kWord.opaque << 24));
   }
 };
 
