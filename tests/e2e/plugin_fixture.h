@@ -12,7 +12,7 @@ class PluginTest : public ::testing::Test {
  protected:
   void SetUp() override { DeletePreferencesKey(); }
   void TearDown() override {
-    EXPECT_FALSE(PluginLibrary::IsLoaded()) << "the library was unloaded";
+    EXPECT_EQ(GetModuleHandleW(kPluginFile), nullptr) << "the library was unloaded";
   }
 };
 

@@ -8,11 +8,14 @@
 #include "simulator/switcher_simulator.h"
 #include "tests/e2e/com_class.h"
 #include "tests/e2e/dialog_driver.h"
-#include "tests/e2e/plugin_library.h"
 #include "tests/e2e/sample_picture.h"
 #include "tools/memory_host/memory_host.h"
+#include "tools/plugin_host/plugin_library.h"
 
 namespace mixdecks::e2e {
+
+/// The built library, beside the tests.
+inline constexpr const wchar_t* kPluginFile = L"Mixdecks.8bp";
 
 /// What a user does while a dialog is open; runs on a thread of its own.
 using User = std::function<void(DialogDriver&)>;
@@ -28,7 +31,7 @@ class HostedPlugin {
   std::int16_t Start(const User& user) { return Run(Selector::kStart, user); }
   std::int16_t About(const User& user) { return Run(Selector::kAbout, user); }
 
-  PluginLibrary library;
+  PluginLibrary library{kPluginFile};
   MemoryHost host;
 
  private:

@@ -18,9 +18,11 @@ constexpr char16_t kServiceMissingCaption[] = u"Corrupt Installation Detected";
 
 }  // namespace
 
-DialogPilot::DialogPilot(std::optional<ExportOrders> orders, OperatorPatience patience)
+DialogPilot::DialogPilot(std::optional<ExportOrders> orders, OperatorPatience patience,
+                         std::function<void(HWND dialog)> beforeExport)
     : orders_(std::move(orders)),
       patience_(std::move(patience)),
+      beforeExport_(std::move(beforeExport)),
       thread_([this] { orders_ ? Fly() : Watch(); }) {}
 
 DialogPilot::~DialogPilot() {
@@ -57,6 +59,7 @@ void DialogPilot::ConnectAndExport() {
   outcome_.step = ExportStep::kListing;
   if (!CheckSwitcher()) return;
   FillIn();
+  if (beforeExport_) beforeExport_(dialog_);
   outcome_.step = ExportStep::kExporting;
   outcome_.clicked = Clock::now();
   PressButton(dialog_, kExportButton);

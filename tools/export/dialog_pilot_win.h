@@ -20,8 +20,10 @@ namespace mixdecks {
 class DialogPilot {
  public:
   /// Begins. Without orders it only watches. `patience.cutConnection` is not used: nobody can cut
-  /// a registered service's connection.
-  DialogPilot(std::optional<ExportOrders> orders, OperatorPatience patience);
+  /// a registered service's connection. `beforeExport`, if any, is called on the pilot's thread
+  /// with the dialog filled in.
+  DialogPilot(std::optional<ExportOrders> orders, OperatorPatience patience,
+              std::function<void(HWND dialog)> beforeExport = {});
   ~DialogPilot();
   DialogPilot(const DialogPilot&) = delete;
   DialogPilot& operator=(const DialogPilot&) = delete;
@@ -51,6 +53,7 @@ class DialogPilot {
 
   const std::optional<ExportOrders> orders_;
   const OperatorPatience patience_;
+  const std::function<void(HWND)> beforeExport_;
   const DWORD dialogThread_ = GetCurrentThreadId();
   const Clock::time_point begun_ = Clock::now();
   std::atomic<bool> landed_ = false;

@@ -33,7 +33,9 @@ struct ExportOptions {
   // Only where the system can load it:
   std::optional<std::string> plugin;  ///< the built library, to run in place of our own code
   bool pressExport = false;           ///< operate the library's dialog; otherwise the user does
-  bool about = false;                 ///< show the library's about box and nothing else
+  /// PNG file for a picture of the dialog when it is filled in.
+  std::optional<std::string> screenshot;
+  bool about = false;  ///< show the library's about box and nothing else
 };
 
 /// The same, checked as far as it can be without picture and switcher.

@@ -16,6 +16,7 @@
 #include "tools/memory_host/memory_host.h"
 #include "tools/path_text.h"
 #include "tools/plugin_host/plugin_library.h"
+#include "tools/plugin_host/screen_picture.h"
 #include "tools/user_error.h"
 
 namespace mixdecks {
@@ -42,6 +43,17 @@ void NamePool(const ExportOptions& options) {
   };
   set(L"MIXDECKS_SIMULATOR_POOL", options.pool);
   if (options.scenario) set(L"MIXDECKS_SIMULATOR_SCENARIO", *options.scenario);
+}
+
+std::function<void(HWND)> ScreenshotTaker(const ExportOptions& options, const WarningSink& warn) {
+  if (!options.screenshot) return {};
+  return [file = PathOf(*options.screenshot), &warn](HWND dialog) {
+    try {
+      WritePng(file, TakeSettledPicture({dialog}));
+    } catch (const std::runtime_error& error) {
+      warn(error.what());
+    }
+  };
 }
 
 void CheckPluginOptions(const ExportOptions& options) {
@@ -99,6 +111,10 @@ void AddPluginOptions(CLI::App& command, ExportOptions& options) {
   command.add_flag("--press-export", options.pressExport,
                    "Fill in and press the library's dialog without its user; slot, name, player, "
                    "address and premultiplication count only then");
+  command
+      .add_option("--screenshot", options.screenshot,
+                  "With --press-export: a PNG file for a picture of the dialog, filled in")
+      ->type_name("FILE");
   command.add_flag("--about", options.about, "Show the library's about box and nothing else");
 }
 
@@ -123,7 +139,7 @@ std::optional<ExportReport> RunPluginExport(const ExportOptions& options, const 
 
   MemoryHost host(std::move(picture.document));
   DialogPilot pilot(options.pressExport ? std::optional(plan.orders) : std::nullopt,
-                    {plan.timeout, InterruptRequested, {}});
+                    {plan.timeout, InterruptRequested, {}}, ScreenshotTaker(options, warn));
   const std::int16_t result = host.Call(library.Entry(), Selector::kStart);
   const ExportOutcome outcome = pilot.Land();
 

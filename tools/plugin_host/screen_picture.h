@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <vector>
 
-namespace mixdecks::e2e {
+namespace mixdecks {
 
 /// A rectangle of the screen as rows of red, green, blue.
 struct ScreenPicture {
@@ -25,4 +25,4 @@ ScreenPicture TakeSettledPicture(const std::vector<HWND>& windows);
 /// Throws `std::runtime_error` when the file cannot be written.
 void WritePng(const std::filesystem::path& file, const ScreenPicture& picture);
 
-}  // namespace mixdecks::e2e
+}  // namespace mixdecks

@@ -1,9 +1,7 @@
-#include "tests/e2e/screen_picture.h"
+#include "tools/plugin_host/screen_picture.h"
 
 #include <fstream>
 #include <stdexcept>
-
-#include "tests/e2e/wait_for.h"
 
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wconversion"
@@ -14,8 +12,14 @@
 #include <stb/stb_image_write.h>
 #pragma GCC diagnostic pop
 
-namespace mixdecks::e2e {
+namespace mixdecks {
 namespace {
+
+/// A picture has settled when it stays the same for so many looks; one that never does is taken as
+/// it is in the end.
+constexpr int kSameLooks = 20;
+constexpr int kMostLooks = 5000;
+constexpr DWORD kLookMilliseconds = 2;
 
 void AppendToFile(void* file, void* data, int size) {
   static_cast<std::ofstream*>(file)->write(static_cast<const char*>(data), size);
@@ -69,12 +73,12 @@ ScreenPicture TakeSettledPicture(const std::vector<HWND>& windows) {
   }
   ScreenPicture picture = TakeScreenPicture(all);
   int same = 0;
-  WaitFor([&] {
+  for (int look = 0; look < kMostLooks && same < kSameLooks; ++look) {
+    Sleep(kLookMilliseconds);
     ScreenPicture next = TakeScreenPicture(all);
     same = next == picture ? same + 1 : 0;
     picture = std::move(next);
-    return same >= 20;
-  });
+  }
   return picture;
 }
 
@@ -85,4 +89,4 @@ void WritePng(const std::filesystem::path& file, const ScreenPicture& picture) {
   if (written == 0 || !output.flush()) throw std::runtime_error("cannot write " + file.string());
 }
 
-}  // namespace mixdecks::e2e
+}  // namespace mixdecks
