@@ -8,8 +8,7 @@
 #include <thread>
 #include <utility>
 
-#include "tests/control/export_control_bench.h"
-#include "tests/control/wake_counter.h"
+#include "tests/control/open_control.h"
 
 namespace mixdecks::testing {
 namespace {
@@ -17,21 +16,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class Closing : public ::testing::Test {
- protected:
-  void SetUp() override {
-    bench_.onWake = [this] { wakes_.Post(); };
-    bench_.Open();
-    ASSERT_NE(bench_.control, nullptr);
-  }
-  void TearDown() override {
-    if (bench_.control != nullptr) bench_.Close();
-    EXPECT_EQ(bench_.sides, 0);
-  }
-
-  WakeCounter wakes_;
-  ExportControlBench bench_;
-};
+class Closing : public OpenControl {};
 
 TEST_F(Closing, LetsAWaitingWorkerGo) {
   bench_.control->PostDisconnected();

@@ -12,8 +12,7 @@
 #include <string>
 #include <thread>
 
-#include "tests/control/export_control_bench.h"
-#include "tests/control/wake_counter.h"
+#include "tests/control/open_control.h"
 
 namespace mixdecks::testing {
 namespace {
@@ -21,31 +20,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class ExportControls : public ::testing::Test {
- protected:
-  void SetUp() override {
-    bench_.onWake = [this] { wakes_.Post(); };
-    bench_.Open();
-    ASSERT_NE(bench_.control, nullptr);
-  }
-  void TearDown() override {
-    if (bench_.control != nullptr) {
-      EXPECT_EQ(bench_.Close(), 0);
-    }
-    EXPECT_EQ(bench_.sides, 0);
-  }
-
-  /// Runs `count` results as they come in.
-  void Pump(int count) {
-    for (int i = 0; i < count; ++i) {
-      wakes_.Take();
-      bench_.RunOne();
-    }
-  }
-
-  WakeCounter wakes_;
-  ExportControlBench bench_;
-};
+class ExportControls : public OpenControl {};
 
 TEST_F(ExportControls, DeliverResultsInTheOrderOfPosting) {
   bench_.control->PostConnectResult(true, 0x636D7074, 20, 4);
