@@ -41,8 +41,9 @@ inline void StoreLowHalf(std::uint8_t* to, Vector v) {
   _mm_storel_epi64(reinterpret_cast<Vector*>(to), v);
 }
 
+/// By way of `float`s, as the store of a `double` wants an aligned address.
 inline void StoreHighHalf(std::uint8_t* to, Vector v) {
-  _mm_storeh_pd(reinterpret_cast<double*>(to), _mm_castsi128_pd(v));
+  _mm_storeh_pi(reinterpret_cast<__m64*>(to), _mm_castsi128_ps(v));
 }
 
 /// The first six bytes of the high half.
