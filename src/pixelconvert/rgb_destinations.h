@@ -118,25 +118,50 @@ struct Rgb10Destination : FourByteDestination<Rgb10Destination<Layout, kSampleRa
   static constexpr SampleRange kRange = kSampleRange;
 
   static PixelPair Pack(const RgbSite& site) {
-    constexpr PixelWord word = Layout::kWord;
     const simd::Vector blue = simd::ClampWords(site.blue, kLimit);
     const simd::Vector green = simd::ClampWords(site.green, kLimit);
     const simd::Vector red = simd::ClampWords(site.red, kLimit);
-    // Green lies across the two halves of the word.
-    const simd::Vector high =
-        _mm_or_si128(_mm_slli_epi16(red, word.red - 16), _mm_srli_epi16(green, 16 - word.green));
-    simd::Vector low =
-        _mm_or_si128(_mm_slli_epi16(green, word.green), _mm_slli_epi16(blue, word.blue));
-    if constexpr (word.opaque != 0) low = _mm_or_si128(low, simd::Words(word.opaque));
-    if constexpr (word.order == ByteOrder::kBig) {
-      return Interleave(simd::SwapWordBytes(high), simd::SwapWordBytes(low));
+    if constexpr (kWord.order == ByteOrder::kBig) {
+      return PackBig(blue, green, red);
     } else {
-      return Interleave(low, high);
+      return PackLittle(blue, green, red);
     }
   }
 
  private:
+  static constexpr PixelWord kWord = Layout::kWord;
   static constexpr int kLimit = 1023;
+
+  // Green lies across the two halves of the word.
+  static PixelPair PackLittle(simd::Vector blue, simd::Vector green, simd::Vector red) {
+    const simd::Vector low =
+        _mm_or_si128(_mm_slli_epi16(green, kWord.green), _mm_slli_epi16(blue, kWord.blue));
+    const simd::Vector high =
+        _mm_or_si128(_mm_srli_epi16(green, 16 - kWord.green), _mm_slli_epi16(red, kWord.red - 16));
+    return Interleave(SetOpaque(low), high);
+  }
+
+  // The halves as they stand in memory, the upper one first and each with its upper byte first.
+  static PixelPair PackBig(simd::Vector blue, simd::Vector green, simd::Vector red) {
+    const simd::Vector across = _mm_slli_epi16(green, kWord.green - 8);
+    const simd::Vector first =
+        _mm_or_si128(_mm_and_si128(across, simd::Words(0xFF00)), PutAcross<kWord.red - 16>(red));
+    const simd::Vector second =
+        _mm_or_si128(_mm_and_si128(across, simd::Words(0x00FF)), PutAcross<kWord.blue>(blue));
+    return Interleave(first, SetOpaque(second));
+  }
+
+  // A channel that begins at a bit of a half whose upper byte comes first.
+  template <int kBit>
+  static simd::Vector PutAcross(simd::Vector channel) {
+    return _mm_or_si128(_mm_srli_epi16(channel, 8 - kBit), _mm_slli_epi16(channel, 8 + kBit));
+  }
+
+  static simd::Vector SetOpaque(simd::Vector lowerHalf) {
+    if constexpr (kWord.opaque == 0) return lowerHalf;
+    constexpr int shift = kWord.order == ByteOrder::kBig ? 8 : 0;
+    return _mm_or_si128(lowerHalf, simd::Words(kWord.opaque << shift));
+  }
 
   static PixelPair Interleave(simd::Vector first, simd::Vector second) {
     return {_mm_unpacklo_epi16(first, second), _mm_unpackhi_epi16(first, second)};
