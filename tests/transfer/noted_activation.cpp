@@ -10,6 +10,11 @@ bool registered = false;
 
 }  // namespace
 
+HResult& ResultOfEntering() {
+  static HResult result = kResultOk;
+  return result;
+}
+
 std::vector<int>& ObjectsAliveAtLeaving() {
   static std::vector<int> objects;
   return objects;
@@ -24,7 +29,7 @@ void UnregisterFakeServiceClass() {
 }
 
 HResult EnterService() noexcept {
-  return kResultOk;
+  return ResultOfEntering();
 }
 
 void LeaveService() noexcept {

@@ -5,7 +5,12 @@
 
 #include <vector>
 
+#include "platform/result.h"
+
 namespace mixdecks {
+
+/// What entering the service gives.
+HResult& ResultOfEntering();
 
 /// For every time the service was left: how many of its objects were alive.
 std::vector<int>& ObjectsAliveAtLeaving();

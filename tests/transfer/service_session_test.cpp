@@ -15,6 +15,7 @@ namespace mixdecks {
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 class ServiceSessions : public testing::Test {
  protected:
@@ -22,6 +23,7 @@ class ServiceSessions : public testing::Test {
     service_.videoMode = FourCharacterCode("ntsc");
     ObjectsAliveAtLeaving().clear();
   }
+  ~ServiceSessions() override { ResultOfEntering() = kResultOk; }
 
   FakeService service_;
 };
@@ -34,7 +36,7 @@ TEST_F(ServiceSessions, OutliveConnectionAndFrame) {
   service_.WaitFor(Call::kLock);
   service_.GrantLock();
   EXPECT_EQ(service_.LiveObjects(), 5);
-  EXPECT_TRUE(ObjectsAliveAtLeaving().empty());
+  EXPECT_THAT(ObjectsAliveAtLeaving(), IsEmpty());
   frontEnd.Close();
   EXPECT_THAT(ObjectsAliveAtLeaving(), ElementsAre(0));
 }
@@ -43,6 +45,20 @@ TEST_F(ServiceSessions, EndWithACreationThatFails) {
   service_.Fail(Call::kCreateDiscovery);
   EXPECT_THROW(FrontEnd(), int);
   EXPECT_THAT(ObjectsAliveAtLeaving(), ElementsAre(0));
+}
+
+// 1 is what tells a thread that had entered before.
+TEST_F(ServiceSessions, AreBalancedWhenTheThreadHadEnteredBefore) {
+  ResultOfEntering() = 1;
+  FrontEnd().Close();
+  EXPECT_THAT(ObjectsAliveAtLeaving(), ElementsAre(0));
+}
+
+TEST_F(ServiceSessions, ThatCannotBeginMeanNoServiceAndAreNotLeft) {
+  ResultOfEntering() = kResultFail;
+  EXPECT_THROW(FrontEnd(), int);
+  EXPECT_EQ(service_.Count(Call::kCreateDiscovery), 0);
+  EXPECT_THAT(ObjectsAliveAtLeaving(), IsEmpty());
 }
 
 }  // namespace

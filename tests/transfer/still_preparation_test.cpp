@@ -86,7 +86,8 @@ TEST_F(StillPreparation, KeepsAnImageOfTheRightSize) {
 }
 
 TEST_F(StillPreparation, ScalesAnyOtherSize) {
-  for (const auto& [width, height] : {std::pair{100, 50}, {1440, 972}, {486, 720}, {1, 1}}) {
+  for (const auto& [width, height] :
+       {std::pair{100, 50}, {1440, 972}, {486, 720}, {720, 485}, {719, 486}, {1, 1}}) {
     StillImage image = RandomImage(width, height, true);
     ASSERT_EQ(FitToVideoMode(connection_, image), TransferError::kNone);
     EXPECT_EQ(image.width, kSmallWidth);

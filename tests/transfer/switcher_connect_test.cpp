@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <future>
 #include <string>
 #include <thread>
 #include <vector>
@@ -263,15 +265,19 @@ TEST_F(Connecting, WaitsForACallbackThatIsInsideWhenItCloses) {
   FrontEnd frontEnd;
   frontEnd.Connect(3);
   Latch inside(1);
-  service_.At(Call::kIsValid, [&](int nth) {
+  std::promise<void> closed;
+  service_.At(Call::kIsValid, [&, hasClosed = closed.get_future().share()](int nth) {
     if (nth < 4) return;
     inside.CountDown();
     service_.WaitFor(Call::kRemoveStillsCallback);  // until the closing has taken the callback
+    EXPECT_EQ(hasClosed.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout)
+        << "it closed with a callback inside";
   });
   ITMKSwitcherStillsCallback* callback = service_.StillsCallbacks().front();
   std::thread serviceThread([=] { callback->Notify(kEventNameChanged, nullptr, 0); });
   inside.Wait();
   frontEnd.Close();
+  closed.set_value();
   EXPECT_EQ(service_.Count(Call::kGetName), 4);  // the callback ran to its end first
   serviceThread.join();
 }

@@ -69,6 +69,16 @@ TEST_F(TransferOutOfMemory, EndsACreationWithNothing) {
   EXPECT_EQ(service_.LiveObjects(), objects);
 }
 
+// What the closing waits by cannot be made: then nothing is begun.
+TEST_F(TransferOutOfMemory, ForAnEventMeansNoService) {
+  const int discoveries = service_.Count(Call::kCreateDiscovery);
+  blocksAsked = 0;
+  failingBlock = 1;
+  EXPECT_THROW(CreateSwitcherTransfer(nullptr, frontEnd_->Control()), int);
+  failingBlock = 0;
+  EXPECT_EQ(service_.Count(Call::kCreateDiscovery), discoveries);
+}
+
 TEST_F(TransferOutOfMemory, ForAnAddressIsAConnectThatFailed) {
   {
     const FailText fail(1);
