@@ -6,7 +6,9 @@
 #include <sstream>
 
 #include "simulator/pool.h"
+#include "simulator/unicode.h"
 #include "tools/command_line.h"
+#include "tools/path_text.h"
 
 namespace mixdecks::test {
 
@@ -15,8 +17,13 @@ std::string CommandBench::Write(std::string_view name, const Bytes& bytes) const
 }
 
 std::string CommandBench::Write(std::string_view name, std::string_view text) const {
-  std::ofstream(folder_ / name, std::ios::binary) << text;
-  return Path(name);
+  const std::string path = Path(name);
+  std::ofstream(PathOf(path), std::ios::binary) << text;
+  return path;
+}
+
+std::string CommandBench::Path(std::string_view name) const {
+  return simulator::PathText(folder_.Path() / PathOf(std::string(name)));
 }
 
 CommandResult CommandBench::Run(const std::vector<std::string>& words) const {

@@ -24,7 +24,7 @@ class CommandBench {
   /// Writes a file and gives its path.
   std::string Write(std::string_view name, const Bytes& bytes) const;
   std::string Write(std::string_view name, std::string_view text) const;
-  std::string Path(std::string_view name) const { return (folder_ / name).string(); }
+  std::string Path(std::string_view name) const;
   std::string Pool() const { return Path("pool"); }
 
   /// `mixdecks WORDS…`.
