@@ -22,8 +22,12 @@ std::wstring Environment(const wchar_t* name) {
 
 fs::path SimulatorPool() {
   const std::wstring pool = Environment(L"MIXDECKS_SIMULATOR_POOL");
-  if (!pool.empty()) return pool;
-  return fs::path(Environment(L"LOCALAPPDATA")) / L"Mixdecks" / L"switcher-pool";
+  if (!pool.empty()) return fs::absolute(pool);
+  const std::wstring userData = Environment(L"LOCALAPPDATA");
+  if (userData.empty()) {
+    throw PoolError("LOCALAPPDATA is not set: name a pool in MIXDECKS_SIMULATOR_POOL");
+  }
+  return fs::path(userData) / L"Mixdecks" / L"switcher-pool";
 }
 
 std::optional<fs::path> SimulatorScenario() {

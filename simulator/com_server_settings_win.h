@@ -15,6 +15,7 @@
 
 namespace mixdecks::simulator {
 
+/// Absolute. Throws `PoolError` when nothing says where it is.
 std::filesystem::path SimulatorPool();
 std::optional<std::filesystem::path> SimulatorScenario();
 

@@ -1,5 +1,6 @@
 // The about box as a real window.
 #include "dialog/window_messages.h"
+#include "tests/e2e/host_window.h"
 #include "tests/e2e/plugin_fixture.h"
 
 namespace mixdecks::e2e {
@@ -25,6 +26,23 @@ TEST_F(AboutBox, SaysVersionAndNotice) {
     EXPECT_EQ(TextOf(box, kAboutNotice), "Copyright (C) Tollenmark Design. All rights reserved.");
   });
   EXPECT_EQ(session.host.DataWord(), 0) << "nothing else is touched";
+}
+
+TEST_F(AboutBox, StandsOverTheHostsWindow) {
+  Session session;
+  const HostWindow host(-700, 40, 900, 600);
+  session.host.SetParentWindow(host.Get());
+  session.About([&](DialogDriver& dialog) {
+    const HWND box = dialog.WaitForAboutBox();
+    ASSERT_NE(box, nullptr);
+    SendMessageW(box, WM_NULL, 0, 0);  // answered once it is filled in and placed
+    RECT place{};
+    GetWindowRect(box, &place);
+    const POINT corner = PlaceOver({-700, 40, 200, 640}, place);
+    EXPECT_EQ(place.left, corner.x);
+    EXPECT_EQ(place.top, corner.y);
+    EXPECT_EQ(GetWindow(box, GW_OWNER), host.Get());
+  });
 }
 
 TEST_F(AboutBox, ClosesAtKeysAndAClick) {

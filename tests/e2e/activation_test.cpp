@@ -19,6 +19,7 @@ DWORD Regsvr32(const wchar_t* arguments) {
   PROCESS_INFORMATION process{};
   if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                       &startup, &process)) {
+    ADD_FAILURE() << "regsvr32 cannot be started: error " << GetLastError();
     return ~DWORD{0};
   }
   WaitForSingleObject(process.hProcess, INFINITE);
@@ -75,6 +76,39 @@ TEST_F(Activation, ExportsIntoAPoolThatOthersCanUseAfterwards) {
       return slots.size() == 20 && slots[4] == u"5. Untitled-1";
     });
   });
+}
+
+TEST_F(Activation, LeavesTheProcessWithTheDialog) {
+  HostedPlugin plugin(DocumentOf(BusyPicture(8, 8), false));
+  plugin.Start([](DialogDriver& dialog) {
+    ASSERT_TRUE(dialog.WaitUntilConnected());
+    EXPECT_NE(GetModuleHandleW(L"MixdecksSwitcherSim.dll"), nullptr);
+  });
+  EXPECT_EQ(GetModuleHandleW(L"MixdecksSwitcherSim.dll"), nullptr);
+}
+
+TEST_F(Activation, IsLeftInTheMiddleOfAnUpload) {
+  WriteFile(folder / "pool.scenario.json", R"({"uploadTime": 60000})");
+  HostedPlugin plugin(DocumentOf(BusyPicture(8, 8), false));
+  const std::int16_t result = plugin.Start([](DialogDriver& dialog) {
+    ASSERT_TRUE(dialog.WaitUntilConnected());
+    dialog.Press(kExportButton);
+    dialog.WaitUntil("the status changes", [&] { return !dialog.Text(kStatusLine).empty(); });
+    dialog.PressClose();
+    dialog.WaitUntilClosed();
+  });
+  EXPECT_EQ(result, kHostResultDone);
+  EXPECT_FALSE(simulator::LoadPool(folder / "pool").slots.at(0).has_value());
+}
+
+TEST_F(Activation, TakesAPoolWhereTheHostStands) {
+  HostedPlugin plugin(DocumentOf(BusyPicture(8, 8), false));
+  SetEnvironmentVariableW(kPool, L"near");
+  const fs::path former = fs::current_path();
+  fs::current_path(folder.Path());
+  plugin.Start([](DialogDriver& dialog) { EXPECT_TRUE(dialog.WaitUntilConnected()); });
+  fs::current_path(former);
+  EXPECT_EQ(simulator::LoadPool(folder / "near").slots.size(), 20U);
 }
 
 TEST_F(Activation, PlaysTheScenarioOfTheEnvironment) {

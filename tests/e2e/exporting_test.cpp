@@ -1,5 +1,7 @@
 // The export itself, from the press of the button to the frame in the pool.
 #include "dialog/window_messages.h"
+#include "platform/four_character_code.h"
+#include "tests/e2e/host_window.h"
 #include "tests/e2e/plugin_fixture.h"
 #include "tests/e2e/wait_for.h"
 
@@ -61,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(All, UnscaledExport,
                          ::testing::Values(ExportCase{false, true}, ExportCase{false, false},
                                            ExportCase{true, true}, ExportCase{true, false}));
 
-/// Luma of a scaled smooth picture differs by no more than this from the source's nearest pixel.
+/// A scaled smooth picture differs by no more than this from the source's nearest pixel.
 constexpr int kScalerTolerance = 14;
 
 void ExpectSmoothFrame(const std::vector<std::uint8_t>& frame, const Picture& source,
@@ -72,11 +74,14 @@ void ExpectSmoothFrame(const std::vector<std::uint8_t>& frame, const Picture& so
   const double stepY = static_cast<double>(source.height) / (place.bottom - place.top);
   for (std::int32_t y = place.top + 8; y < place.bottom - 8; y += 7) {
     for (std::int32_t x = place.left + 8; x < place.right - 8; x += 13) {
-      const auto sourceX = static_cast<std::int32_t>((x - place.left + 0.5) * stepX);
+      // Chroma is one component on even pixels, another on odd ones.
+      const auto nearestX = static_cast<std::int32_t>((x - place.left + 0.5) * stepX);
+      const std::int32_t sourceX = (nearestX & ~1) | (x & 1);
       const auto sourceY = static_cast<std::int32_t>((y - place.top + 0.5) * stepY);
       const FramePixel is = PixelAt(frame, kWidth, x, y);
       const FramePixel was = PixelAt(unscaled, source.width, sourceX, sourceY);
       ASSERT_NEAR(is.luma, was.luma, kScalerTolerance) << x << ", " << y;
+      ASSERT_NEAR(is.chroma, was.chroma, kScalerTolerance) << x << ", " << y;
       ASSERT_NEAR(is.alpha, was.alpha, kScalerTolerance) << x << ", " << y;
     }
   }
@@ -126,6 +131,29 @@ TEST_P(ScaledExport, FitsALargePicture) {
 }
 
 INSTANTIATE_TEST_SUITE_P(WithAndWithoutAlpha, ScaledExport, ::testing::Bool());
+
+TEST_F(Exporting, PremultipliesWhatItScaled) {
+  const Picture picture = SmoothPicture(1000, 500);
+  Session session({}, DocumentOf(picture, true));
+  session.Start(ExportAndClose);
+  session.Start([](DialogDriver& dialog) {
+    ASSERT_TRUE(dialog.WaitUntilConnected());
+    dialog.ChooseSlot(1);
+    dialog.Press(kPremultiplyCheck);
+    dialog.Press(kExportButton);
+    dialog.WaitUntilClosed();
+  });
+  EXPECT_TRUE(session.simulator.Frame(0) == Premultiplied(session.simulator.Frame(1)));
+}
+
+TEST_F(Exporting, FollowsTheSwitchersVideoMode) {
+  const Picture picture = BusyPicture(720, 576);
+  simulator::Scenario scenario;
+  scenario.mode = FourCharacterCode("pall");
+  Session session(scenario, DocumentOf(picture, false));
+  session.Start(ExportAndClose);
+  EXPECT_TRUE(session.simulator.Frame(0) == ExpectedFrame(picture, false, true, kRec601));
+}
 
 TEST_F(Exporting, TakesThePictureOfOnePixel) {
   Session session({}, DocumentOf(BusyPicture(1, 1), true));
@@ -218,6 +246,8 @@ TEST_P(FailingExport, TellsWhyAndWorksAgain) {
   simulator::Scenario scenario;
   scenario.script = {ScriptStep{.at = step.point, .action = Action::kFail, .call = step.call}};
   Session session(scenario);
+  const HostWindow host(100, 50, 1000, 800);
+  session.host.SetParentWindow(host.Get());
   session.Start([&](DialogDriver& dialog) {
     PressExport(dialog);
     if (step.text != nullptr) {
@@ -225,6 +255,7 @@ TEST_P(FailingExport, TellsWhyAndWorksAgain) {
       ASSERT_TRUE(box.has_value());
       EXPECT_EQ(box->text, step.text);
       EXPECT_EQ(box->caption, "Error");
+      EXPECT_EQ(box->owner, host.Get());
       dialog.Answer(*box);
     }
     dialog.WaitUntilUsable();

@@ -1,7 +1,9 @@
-// A host's window with a given client area on the screen.
+// A host's window with a given client area on the screen, and where a dialog stands over it.
 #pragma once
 
 #include <windows.h>
+
+#include <algorithm>
 
 namespace mixdecks::e2e {
 
@@ -19,5 +21,15 @@ class HostWindow {
  private:
   HWND window_;
 };
+
+/// The upper left corner of a dialog over `area`: a little left of the middle by two thirds of a
+/// caption button, and one third of the free space down.
+inline POINT PlaceOver(const RECT& area, const RECT& dialog) {
+  const auto free = [](LONG parent, LONG own) { return std::max(parent - own, LONG{0}); };
+  const LONG button = GetSystemMetrics(SM_CXSIZE);
+  const LONG step = button + (button / 3 - button) / 2;
+  return {area.left + free(area.right - area.left, dialog.right - dialog.left) / 2 - step,
+          area.top + free(area.bottom - area.top, dialog.bottom - dialog.top) / 3};
+}
 
 }  // namespace mixdecks::e2e

@@ -149,14 +149,9 @@ void ExpectPlaceOver(HWND parent, const RECT& area) {
   session.Start([&](DialogDriver& dialog) {
     ASSERT_TRUE(dialog.WaitForDialog());
     const RECT place = dialog.Rectangle();
-    const int width = place.right - place.left;
-    const int height = place.bottom - place.top;
-    int step = GetSystemMetrics(SM_CXSIZE);
-    step += (step / 3 - step) / 2;
-    const int free = std::max(static_cast<int>(area.right - area.left) - width, 0);
-    EXPECT_EQ(place.left, area.left + free / 2 - step);
-    EXPECT_EQ(place.top,
-              area.top + std::max(static_cast<int>(area.bottom - area.top) - height, 0) / 3);
+    const POINT corner = PlaceOver(area, place);
+    EXPECT_EQ(place.left, corner.x);
+    EXPECT_EQ(place.top, corner.y);
     EXPECT_EQ(GetWindow(dialog.Window(), GW_OWNER), parent);
   });
 }

@@ -7,8 +7,6 @@
 namespace mixdecks::e2e {
 namespace {
 
-constexpr ColourSpaceIndex kColourSpace709 = 1;
-
 template <class Sample>
 Picture MakePicture(std::int32_t width, std::int32_t height, const Sample& sample) {
   Picture picture{width, height, {}};
@@ -68,20 +66,6 @@ std::uint32_t MultipliedChroma(std::uint32_t chroma, double alpha) {
   return Cut(c + 0.5, 960);
 }
 
-/// A pair of pixels shares its chroma's weight, the first one's alpha.
-void Premultiply(std::vector<std::uint8_t>& frame) {
-  for (std::size_t pair = 0; pair + 8 <= frame.size(); pair += 8) {
-    const double chromaAlpha = ((WordAt(frame, pair) >> 20) - 64.0) / 876;
-    for (const std::size_t offset : {pair, pair + 4}) {
-      const std::uint32_t word = WordAt(frame, offset);
-      const double alpha = ((word >> 20) - 64.0) / 876;
-      StoreWord(frame, offset,
-                (word >> 20) << 20 | MultipliedChroma(word >> 10 & 1023, chromaAlpha) << 10 |
-                    MultipliedLuma(word & 1023, alpha));
-    }
-  }
-}
-
 }  // namespace
 
 Picture BusyPicture(std::int32_t width, std::int32_t height) {
@@ -109,17 +93,32 @@ HostDocument DocumentOf(const Picture& picture, bool withAlpha) {
   return DocumentOfRgba8(picture.rgba, picture.width, picture.height, withAlpha);
 }
 
-std::vector<std::uint8_t> ExpectedFrame(const Picture& picture, bool withAlpha, bool premultiply) {
+std::vector<std::uint8_t> ExpectedFrame(const Picture& picture, bool withAlpha, bool premultiply,
+                                        ColourSpaceIndex colourSpace) {
   const std::vector<std::uint8_t> bgra = BgraOf(picture, withAlpha);
   const std::size_t rowBytes = static_cast<std::size_t>(picture.width) * 4;
   std::vector<std::uint8_t> frame;
   for (std::size_t row = 0; row < bgra.size(); row += rowBytes) {
-    const std::vector<std::uint8_t> converted = reference::ConvertRow(
-        kBgra, kAy10, kColourSpace709, static_cast<std::size_t>(picture.width),
-        std::span(bgra).subspan(row, rowBytes));
+    const std::vector<std::uint8_t> converted =
+        reference::ConvertRow(kBgra, kAy10, colourSpace, static_cast<std::size_t>(picture.width),
+                              std::span(bgra).subspan(row, rowBytes));
     frame.insert(frame.end(), converted.begin(), converted.end());
   }
-  if (premultiply) Premultiply(frame);
+  return premultiply ? Premultiplied(std::move(frame)) : frame;
+}
+
+// A pair of pixels shares its chroma's weight, the first one's alpha.
+std::vector<std::uint8_t> Premultiplied(std::vector<std::uint8_t> frame) {
+  for (std::size_t pair = 0; pair + 8 <= frame.size(); pair += 8) {
+    const double chromaAlpha = ((WordAt(frame, pair) >> 20) - 64.0) / 876;
+    for (const std::size_t offset : {pair, pair + 4}) {
+      const std::uint32_t word = WordAt(frame, offset);
+      const double alpha = ((word >> 20) - 64.0) / 876;
+      StoreWord(frame, offset,
+                (word >> 20) << 20 | MultipliedChroma(word >> 10 & 1023, chromaAlpha) << 10 |
+                    MultipliedLuma(word & 1023, alpha));
+    }
+  }
   return frame;
 }
 

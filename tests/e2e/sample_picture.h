@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "pixelconvert/pixel_format.h"
 #include "tools/memory_host/host_document.h"
 
 namespace mixdecks::e2e {
@@ -22,9 +23,16 @@ Picture SmoothPicture(std::int32_t width, std::int32_t height);
 
 HostDocument DocumentOf(const Picture& picture, bool withAlpha);
 
-/// The frame (10-bit YUVA, Rec. 709, rows without gaps) of a picture that has the frame's size
-/// already, made by plain scalar steps.
-std::vector<std::uint8_t> ExpectedFrame(const Picture& picture, bool withAlpha, bool premultiply);
+inline constexpr ColourSpaceIndex kRec601 = 0;
+inline constexpr ColourSpaceIndex kRec709 = 1;
+
+/// The frame (10-bit YUVA, rows without gaps) of a picture that has the frame's size already, made
+/// by plain scalar steps.
+std::vector<std::uint8_t> ExpectedFrame(const Picture& picture, bool withAlpha, bool premultiply,
+                                        ColourSpaceIndex colourSpace = kRec709);
+
+/// The frame with each pixel weighted by its alpha.
+std::vector<std::uint8_t> Premultiplied(std::vector<std::uint8_t> frame);
 
 /// One pixel of a frame.
 struct FramePixel {
