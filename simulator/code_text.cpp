@@ -42,11 +42,13 @@ std::string VideoModeList() {
   return list;
 }
 
+bool IsVideoMode(std::uint32_t code) noexcept {
+  return std::ranges::find(VideoModes(), code, &VideoModeInfo::code) != VideoModes().end();
+}
+
 std::optional<std::uint32_t> VideoModeFromText(std::string_view text) noexcept {
   const std::optional<std::uint32_t> code = CodeFromText(text);
-  const bool known =
-      code && std::ranges::find(VideoModes(), *code, &VideoModeInfo::code) != VideoModes().end();
-  return known ? code : std::nullopt;
+  return code && IsVideoMode(*code) ? code : std::nullopt;
 }
 
 }  // namespace mixdecks::simulator

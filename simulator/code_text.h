@@ -17,6 +17,9 @@ std::optional<std::uint32_t> CodeFromText(std::string_view text) noexcept;
 /// The codes of all video modes, `ntsc, pall, …`, for messages.
 std::string VideoModeList();
 
+/// Whether a code is that of a known video mode.
+bool IsVideoMode(std::uint32_t code) noexcept;
+
 /// The code of a known video mode.
 std::optional<std::uint32_t> VideoModeFromText(std::string_view text) noexcept;
 

@@ -112,7 +112,7 @@ PoolContents ReadContents(std::string_view text, std::string_view source) {
   ReadPlayers(reader, contents);
   const json& stills = reader.Array("stills");
   for (std::size_t i = 0; i < stills.size(); ++i) {
-    ReadStill(stills[i], reader.PlaceOf("stills[" + std::to_string(i) + "]"), contents);
+    ReadStill(stills[i], reader.PlaceOf("stills[" + std::to_string(i + 1) + "]"), contents);
   }
   reader.Finish();
   return contents;

@@ -53,7 +53,8 @@ class PoolStore::Staging {
   Staging& operator=(const Staging&) = delete;
   ~Staging() {
     if (mayCount_) return;
-    for (const path& file : files_) store_.ForgetStaged(file);
+    for (const path& file : files_)
+      store_.ForgetStaged(file);
   }
 
   void Add(std::string_view name, std::span<const std::uint8_t> bytes) {
@@ -139,14 +140,20 @@ bool PoolStore::Settle(std::uint32_t slot) {
   const path frame = folder_ / FrameFileName(slot);
   const path picture = folder_ / PictureFileName(slot);
   const std::optional<Still>& still = contents_.slots[slot];
-  const bool staged =
-      std::filesystem::exists(StagedFile(frame)) || std::filesystem::exists(StagedFile(picture));
-  if (!staged && (!still || std::filesystem::exists(picture))) return false;
+  const auto exists = [](const path& file) { return std::filesystem::exists(file); };
+  const bool staged = exists(StagedFile(frame)) || exists(StagedFile(picture));
+  const bool complete = still ? exists(picture) : !exists(frame) && !exists(picture);
+  if (!staged && complete) return false;
   if (still && ReadFrameFile(StagedFile(frame), *still)) {
     files_.Replace(StagedFile(frame), frame);
   }
   files_.Remove(StagedFile(frame));
-  if (still) RenderPicture(slot);
+  if (still) {
+    RenderPicture(slot);
+  } else {
+    files_.Remove(frame);
+    files_.Remove(picture);
+  }
   files_.Remove(StagedFile(picture));
   return true;
 }

@@ -170,7 +170,7 @@ void Switcher::ChangePool(std::uint32_t slot, const std::function<SlotChange()>&
 }
 
 void Switcher::ChangeVideoMode(std::uint32_t mode) {
-  if (FindVideoMode(mode)->code == mode && !Stopped()) pool_.ChangeMode(mode);
+  if (IsVideoMode(mode) && !Stopped()) pool_.ChangeMode(mode);
 }
 
 void Switcher::Shutdown() {

@@ -83,6 +83,9 @@ void ExpectWhole(const std::filesystem::path& folder, const Sample* before, cons
   if (contents.slots[1]) {
     EXPECT_EQ(Checksum(store.Frame(1)), contents.slots[1]->checksum);
     EXPECT_TRUE(std::filesystem::exists(folder / "slot-02.png"));
+  } else {
+    EXPECT_FALSE(std::filesystem::exists(folder / "slot-02.ay10"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "slot-02.png"));
   }
 }
 

@@ -307,6 +307,29 @@ TEST_F(ServiceTest, TellsALateListenerThatTheSwitcherIsGone) {
   EXPECT_THAT(client.callbacks.log.All(), ElementsAre("sedi"));
 }
 
+TEST_F(ServiceTest, TellsEachListenerOfADisconnectionOnce) {
+  TestClient client(simulator);
+  ASSERT_EQ(client.Connect(), kResultOk);
+  Gate about, goOn;
+  simulator.SetPointHook(Point::kNotifySwitcher, [&](const PointVisit& visit) {
+    if (visit.count > 1) return;
+    about.Open();
+    goOn.Pass();
+  });
+  simulator.Disconnect();
+  about.Pass();
+  // One who registers now is told by a thread of its own, which tells the other one as well.
+  test::LoggingCallbacks late;
+  ASSERT_EQ(client.switcher->AddCallback(late.Switcher()), kResultOk);
+  late.log.Await("sedi");
+  client.callbacks.log.Await("sedi");
+  goOn.Open();
+  simulator.WaitUntilIdle();
+  EXPECT_THAT(client.callbacks.log.All(), ElementsAre("sedi"));
+  EXPECT_THAT(late.log.All(), ElementsAre("sedi"));
+  EXPECT_EQ(client.switcher->RemoveCallback(late.Switcher()), kResultOk);
+}
+
 TEST_F(ServiceTest, NeverTellsTheEndOfAnUploadAfterADisconnection) {
   TestClient client(simulator);
   ASSERT_EQ(client.Connect(), kResultOk);
@@ -366,18 +389,23 @@ TEST_F(ServiceTest, TakesTheTimeTheScenarioSays) {
 TEST_F(ServiceTest, InterruptsWhatTakesLongWhenItShutsDown) {
   Scenario scenario = Small();
   scenario.connectDelay = std::chrono::hours(1);
-  SwitcherSimulator slow(scenario);
-  Gate entered;
-  slow.SetPointHook(Point::kConnectTo, [&](const PointVisit&) { entered.Open(); });
-  HResult result = kResultOk;
-  std::thread connecting([&] {
-    TestClient client(slow);
-    result = client.Connect();
-  });
-  entered.Pass();
-  slow.Shutdown();
-  connecting.join();
-  EXPECT_EQ(result, kResultFail);
+  for (int round = 0; round < 50; ++round) {
+    SwitcherSimulator slow(scenario);
+    Gate entered;
+    slow.SetPointHook(Point::kConnectTo, [&](const PointVisit&) { entered.Open(); });
+    HResult result = kResultOk;
+    std::thread connecting([&] {
+      TestClient client(slow);
+      result = client.Connect();
+    });
+    entered.Pass();
+    // Before, at and after the beginning of the delay: nothing outside shows which it is.
+    for (int i = 0; i < round; ++i)
+      std::this_thread::yield();
+    slow.Shutdown();
+    connecting.join();
+    EXPECT_EQ(result, kResultFail);
+  }
 }
 
 TEST_F(ServiceTest, FailsAfterItsShutdown) {

@@ -167,6 +167,20 @@ TEST_F(ViolationTest, ALockThatIsNotGivenBackAfterTheUpload) {
   EXPECT_THAT(Violations(), ElementsAre("Lock: the lock was not given back"));
 }
 
+TEST_F(ViolationTest, ALockThatAConnectedClientKeeps) {
+  TakeLock();
+  simulator.Shutdown();
+  EXPECT_THAT(simulator.Violations(), testing::Contains("Lock: the lock was not given back"));
+  client.Close();
+}
+
+TEST_F(ViolationTest, ALockThatWentWithTheConnectionIsNone) {
+  TakeLock();
+  simulator.Disconnect();
+  simulator.WaitUntilIdle();
+  EXPECT_THAT(Violations(), IsEmpty());
+}
+
 TEST_F(ViolationTest, FramesOfWrongFormatAndSize) {
   ServicePointer<ITMKSwitcherFrame> frame;
   EXPECT_LT(client.mediaPool->CreateFrame(FourCharacterCode("BGRA"), 720, 486, frame.Receive()), 0);
@@ -293,6 +307,17 @@ TEST_F(ViolationTest, CallbacksThatAnswerOtherThanNull) {
   simulator.WaitUntilIdle();
   EXPECT_THAT(Violations(),
               ElementsAre("ITMKSwitcherCallback::Notify: answered 0x00000001, must be 0"));
+}
+
+TEST_F(ViolationTest, CallbacksOfAnUploadThatAnswerOtherThanNull) {
+  client.callbacks.answer = kResultFail;
+  EXPECT_EQ(client.Upload(1, u"", GreyFrame(kSmallMode, 100)), "cmpt");
+  simulator.WaitUntilIdle();
+  const std::string stills = "ITMKSwitcherStillsCallback::Notify: answered 0x80004005, must be 0";
+  EXPECT_THAT(Violations(),
+              testing::UnorderedElementsAre(
+                  "ITMKSwitcherLockCallback::Locked: answered 0x80004005, must be 0",
+                  "ITMKSwitcherMediaPoolCallback: answered 0x80004005, must be 0", stills, stills));
 }
 
 TEST_F(ViolationTest, TheReportHasAnEnd) {
