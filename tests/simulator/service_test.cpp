@@ -230,6 +230,19 @@ TEST_F(ServiceTest, TellsNobodyOfALockWhoStoppedListening) {
   EXPECT_THAT(client.callbacks.log.All(), IsEmpty());
 }
 
+TEST_F(ServiceTest, ForgetsTheRequestOfWhoLeft) {
+  TestClient holder(simulator), leaver(simulator);
+  ASSERT_EQ(holder.Connect(), kResultOk);
+  ASSERT_EQ(leaver.ConnectWithoutCallbacks(u"10.0.0.1"), kResultOk);
+  ASSERT_EQ(holder.RequestLock(0), kResultOk);
+  holder.callbacks.log.Await("locked");
+  ASSERT_EQ(leaver.RequestLock(1), kResultOk);
+  leaver.stills.Reset();
+  EXPECT_EQ(holder.stills->Unlock(holder.callbacks.Lock()), kResultOk);
+  simulator.WaitUntilIdle();
+  EXPECT_THAT(leaver.callbacks.log.All(), IsEmpty());
+}
+
 TEST_F(ServiceTest, RemovesACallbackWhileItIsBeingCalled) {
   TestClient client(simulator);
   ASSERT_EQ(client.Connect(), kResultOk);
@@ -384,6 +397,17 @@ TEST_F(ServiceTest, TakesTheTimeTheScenarioSays) {
   ASSERT_EQ(client.Connect(), kResultOk);
   EXPECT_EQ(client.Upload(0, u"Slow", GreyFrame(kSmallMode, 100)), "cmpt");
   EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(100));
+}
+
+TEST_F(ServiceTest, TakesItsTimeToGiveUp) {
+  Scenario scenario = Small();
+  scenario.addresses = {u"10.0.0.1"};
+  scenario.refuseDelay = std::chrono::milliseconds(30);
+  SwitcherSimulator slow(scenario);
+  TestClient client(slow);
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(client.Connect(u"10.0.0.2"), kResultFail);
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(30));
 }
 
 TEST_F(ServiceTest, InterruptsWhatTakesLongWhenItShutsDown) {

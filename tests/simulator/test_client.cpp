@@ -121,7 +121,7 @@ std::string TestClient::Upload(std::uint32_t slot, std::u16string_view name,
   return ended.All().back();
 }
 
-HResult TestClient::ShowOnPlayer(std::uint32_t player, std::uint32_t slot) {
+HResult TestClient::ShowOnPlayer(std::uint32_t player, std::uint32_t slot, std::uint32_t type) {
   void* untyped = nullptr;
   const HResult result = switcher->CreateIterator(kSwitcherMediaPlayerIteratorId, &untyped);
   if (Failed(result)) return result;
@@ -132,7 +132,7 @@ HResult TestClient::ShowOnPlayer(std::uint32_t player, std::uint32_t slot) {
     const HResult next = players->Next(object.Receive());
     if (next != kResultOk) return next;
   }
-  return object->SetSource(kSourceStill, slot);
+  return object->SetSource(type, slot);
 }
 
 }  // namespace mixdecks::test

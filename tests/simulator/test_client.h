@@ -113,7 +113,7 @@ class TestClient {
   /// A whole upload, from the frame to the lock given back. The event that ended it.
   std::string Upload(std::uint32_t slot, std::u16string_view name,
                      const std::vector<std::uint8_t>& packed);
-  HResult ShowOnPlayer(std::uint32_t player, std::uint32_t slot);
+  HResult ShowOnPlayer(std::uint32_t player, std::uint32_t slot, std::uint32_t type = kSourceStill);
 
   LoggingCallbacks callbacks;
   std::uint32_t reason = 0;

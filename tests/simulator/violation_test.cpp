@@ -146,6 +146,20 @@ TEST_F(ViolationTest, LockTwice) {
   EXPECT_THAT(Violations(), ElementsAre("Lock: called by who has the lock or waits for it"));
 }
 
+TEST_F(ViolationTest, LockTwiceWhileWaitingForIt) {
+  TestClient holder(simulator);
+  ASSERT_EQ(holder.Connect(), kResultOk);
+  ASSERT_EQ(holder.RequestLock(0), kResultOk);
+  holder.callbacks.log.Await("locked");
+  EXPECT_EQ(client.RequestLock(1), kResultOk);
+  EXPECT_LT(client.RequestLock(2), 0);
+  EXPECT_EQ(holder.stills->Unlock(holder.callbacks.Lock()), kResultOk);
+  client.callbacks.log.Await("locked");
+  GiveLockBack();
+  holder.Close();
+  EXPECT_THAT(Violations(), ElementsAre("Lock: called by who has the lock or waits for it"));
+}
+
 TEST_F(ViolationTest, LockOfNoSlot) {
   EXPECT_LT(client.RequestLock(4), 0);
   EXPECT_LT(client.RequestLock(0xFFFFFFFF), 0);
@@ -270,9 +284,12 @@ TEST_F(ViolationTest, SlotsAndSourcesThatDoNotExist) {
   EXPECT_LT(client.stills->IsValid(4, &valid), 0);
   EXPECT_LT(client.SlotName(4, name), 0);
   EXPECT_LT(client.ShowOnPlayer(0, 4), 0);
+  EXPECT_LT(client.ShowOnPlayer(0, 1, FourCharacterCode("clip")), 0);
+  EXPECT_EQ(simulator.Contents().players[0], std::nullopt);
   EXPECT_THAT(Violations(),
               ElementsAre("IsValid: slot index 4 of 4 slots", "GetName: slot index 4 of 4 slots",
-                          "SetSource: there is no slot of index 4"));
+                          "SetSource: there is no slot of index 4",
+                          "SetSource: the type is clip, only smps is known"));
 }
 
 TEST_F(ViolationTest, NullPointers) {
