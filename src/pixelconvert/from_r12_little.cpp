@@ -1,3 +1,7 @@
+// clang-format off
+#include "pixelconvert/uncontracted_floats.h"  // first of all
+// clang-format on
+
 #include "pixelconvert/converter_rows.h"
 #include "pixelconvert/rgb12_to_yuv.h"
 #include "pixelconvert/twelve_bit.h"

@@ -179,7 +179,7 @@ TEST(WorkedAy10, PaddingDecidesTheChromaOfTailPixels) {
   const auto same = [](const reference::Colour& a, const reference::Colour& b) {
     return a.r == b.r && a.g == b.g && a.b == b.b && a.a == b.a;
   };
-  for (const std::size_t width : {5, 6, 7}) {
+  for (const std::size_t width : {5u, 6u, 7u}) {
     const auto one = pixelsOf(width, 100);
     const auto other = pixelsOf(width, 900);
     EXPECT_FALSE(same(one[width - 1], other[width - 1])) << width;

@@ -107,7 +107,7 @@ bool RepeatsItsLastPair(const char* source, const char* destination, std::size_t
 }
 
 TEST(Worked2vuyToRgb, WholeBlocksRepeatTheLastPair) {
-  for (const std::size_t width : {8, 16, 24}) {
+  for (const std::size_t width : {8u, 16u, 24u}) {
     EXPECT_TRUE(RepeatsItsLastPair("2vuy", "BGRA", width)) << width;
   }
   EXPECT_FALSE(RepeatsItsLastPair("2vuy", "BGRA", 20));
@@ -166,7 +166,7 @@ bool DependsOnPadding(const char* destination, std::size_t width) {
 }
 
 TEST(WorkedV210ToRgb, NamedWidthsIgnoreThePaddingExceptToRgb3) {
-  for (const std::size_t width : {1280, 2048, 4096}) {
+  for (const std::size_t width : {1280u, 2048u, 4096u}) {
     EXPECT_FALSE(DependsOnPadding("BGRA", width)) << width;
     EXPECT_FALSE(DependsOnPadding("r210", width)) << width;
     EXPECT_FALSE(DependsOnPadding("R10L", width)) << width;
@@ -176,7 +176,7 @@ TEST(WorkedV210ToRgb, NamedWidthsIgnoreThePaddingExceptToRgb3) {
 }
 
 TEST(WorkedV210ToRgb, OtherWidthsReadThePadding) {
-  for (const std::size_t width : {20, 1282, 1286, 2050, 4100}) {
+  for (const std::size_t width : {20u, 1282u, 1286u, 2050u, 4100u}) {
     EXPECT_TRUE(DependsOnPadding("BGRA", width)) << width;
   }
 }
