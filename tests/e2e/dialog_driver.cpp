@@ -34,8 +34,8 @@ BOOL CALLBACK CollectDialog(HWND window, LPARAM windows) {
 }  // namespace
 
 bool DialogDriver::WaitUntil(const char* what, const std::function<bool()>& condition) {
-  const bool happened = WaitFor([&] { return condition() || ended_; });
-  const bool holds = happened && condition();
+  bool holds = false;
+  WaitFor([&] { return (holds = condition()) || ended_; });
   EXPECT_TRUE(holds) << what << (ended_ ? ": the selector has returned" : ": not in time");
   if (holds) Settle();
   return holds;
