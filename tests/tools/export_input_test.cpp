@@ -230,13 +230,16 @@ TEST_F(ExportInputTest, KeepsNothingFromOneExportToTheNext) {
 TEST_F(ExportInputTest, CutsLongNamesAndSaysSo) {
   const std::string name(300, 'n');
   const CommandResult cut = bench_.Export({Picture(), "--json", "--name", name, "--mode", "ntsc"});
-  EXPECT_EQ(nlohmann::json::parse(cut.out)["name"], name.substr(0, 255));
-  EXPECT_THAT(cut.err, HasSubstr("cut to 255"));
+  EXPECT_EQ(nlohmann::json::parse(cut.out)["name"], name.substr(0, 254));
+  EXPECT_THAT(cut.err, HasSubstr("cut to 254"));
+  const nlohmann::json stills =
+      nlohmann::json::parse(bench_.Run({"pool", "--pool", bench_.Pool(), "--json"}).out)["stills"];
+  EXPECT_EQ(stills[0]["name"], name.substr(0, 254)) << "the pool has the name that was told";
 
   // A character of two units is not cut in half.
-  const std::string film = std::string(254, 'n') + "🎬";
+  const std::string film = std::string(253, 'n') + "🎬";
   const CommandResult whole = bench_.Export({Picture(), "--json", "--name", film});
-  EXPECT_EQ(nlohmann::json::parse(whole.out)["name"], std::string(254, 'n'));
+  EXPECT_EQ(nlohmann::json::parse(whole.out)["name"], std::string(253, 'n'));
 }
 
 TEST_F(ExportInputTest, ListsThePool) {

@@ -48,8 +48,8 @@ struct ExportPlan {
 
 /// Media players that the dialog offers.
 inline constexpr std::int64_t kOfferedPlayers = 4;
-/// What fits the dialog's name field, in UTF-16 units.
-inline constexpr std::size_t kLongestName = 255;
+/// What the dialog reads of its name field, in UTF-16 units: 255 with a terminator.
+inline constexpr std::size_t kLongestName = 254;
 
 /// The name that the dialog proposes: the file's name up to its first dot.
 std::string ProposedName(const std::string& picture);
