@@ -162,6 +162,21 @@ TEST_F(PoolInterruption, LeavesAWholePoolWhenAnOperationFails) {
   }
 }
 
+TEST_F(PoolInterruption, TakesBackWhatItPreparedBeforeAFailure) {
+  constexpr int kPreparations = 4;  // frame, picture, contact sheet, pool.json
+  for (int at = 0; at < kPreparations; ++at) {
+    SCOPED_TRACE("operation " + std::to_string(at));
+    const TemporaryFolder home;
+    Beginnings::Prepare(home / "pool", kChanges[1]);
+    FailingFiles files(at, When::kHalfway, FailingFiles::Throw);
+    PoolStore store(home / "pool", {}, files);
+    EXPECT_THROW(Apply(store, kChanges[1]), PoolError);
+    for (const auto& entry : std::filesystem::directory_iterator(home / "pool")) {
+      EXPECT_NE(entry.path().extension(), ".new") << entry.path();
+    }
+  }
+}
+
 TEST_F(PoolInterruption, LetsTheSameWriterGoOnAfterAFailure) {
   const int operations = CountOperations(kChanges[2]);
   for (int at = 0; at < operations; ++at) {

@@ -66,6 +66,21 @@ TEST(Script, CountsArrivalsAndCallsHooks) {
   EXPECT_EQ(counts.size(), 5u);
 }
 
+TEST(Script, TakesAStepAlwaysFromACallOn) {
+  Script script({{.at = Point::kGetCount, .action = Action::kFail, .call = 3, .times = kAlways}});
+  for (int arrival = 1; arrival <= 6; ++arrival) {
+    EXPECT_EQ(script.Arrive(Point::kGetCount, 0, 0).size(), arrival < 3 ? 0u : 1u) << arrival;
+  }
+}
+
+TEST(Script, TakesAStepAtItsEventAlone) {
+  Script script({{.at = Point::kNotifyStills,
+                  .action = Action::kDisconnect,
+                  .event = kEventTransferCompleted}});
+  EXPECT_TRUE(script.Arrive(Point::kNotifyStills, 1, kEventValidityChanged).empty());
+  EXPECT_EQ(script.Arrive(Point::kNotifyStills, 1, kEventTransferCompleted).size(), 1u);
+}
+
 TEST(Script, FailsConnectingWithAReasonAndThenConnects) {
   ScriptStep step = FailAt(Point::kConnectTo);
   step.reason = kReasonFirmware;
