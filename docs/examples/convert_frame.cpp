@@ -1,6 +1,6 @@
-#include "pixelconvert/pixel_converter.h"
-
 #include <vector>
+
+#include "pixelconvert/pixel_converter.h"
 
 // A 1920 x 1080 picture, bytes B G R A, as the 10-bit frame that a switcher takes.
 std::vector<std::uint8_t> ToSwitcherFrame(const std::vector<std::uint8_t>& bgra) {

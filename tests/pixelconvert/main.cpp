@@ -4,11 +4,11 @@
 //   --seed=N           the seed of all random content
 //   --pair=FROM:TO     only this pair in the proof
 //   --width=N          only this width in the proof
+//   --sse2-only        the processor must refuse later instructions
 #include <gmock/gmock.h>
 
 #include <iostream>
 
-//   --sse2-only        the processor must refuse later instructions
 #include "tests/pixelconvert/harness/options.h"
 #include "tests/pixelconvert/proof_plan.h"
 
