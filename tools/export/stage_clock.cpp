@@ -20,6 +20,8 @@ struct StageClock::Record {
         return &marks.copying;
       case Point::kQueryStillsLock:
         return &marks.uploading;
+      case Point::kSetPicture:
+        return &marks.given;
       default:
         return nullptr;
     }
@@ -34,7 +36,8 @@ struct StageClock::Record {
 
 StageClock::StageClock(simulator::SwitcherSimulator& simulator)
     : record_(std::make_shared<Record>()) {
-  for (const Point point : {Point::kGetVideoMode, Point::kCreateFrame, Point::kQueryStillsLock}) {
+  for (const Point point :
+       {Point::kGetVideoMode, Point::kCreateFrame, Point::kQueryStillsLock, Point::kSetPicture}) {
     simulator.SetPointHook(point,
                            [record = record_](const PointVisit& visit) { record->Note(visit); });
   }

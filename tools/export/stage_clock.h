@@ -16,6 +16,7 @@ struct StageMarks {
   Clock::time_point converting;  ///< … and asked again, to convert it
   Clock::time_point copying;     ///< a frame is asked for
   Clock::time_point uploading;   ///< the lock is asked for
+  Clock::time_point given;       ///< the frame is given to the switcher
 };
 
 /// Watches the first export of a simulator. It may end before the simulator does.
