@@ -41,6 +41,8 @@ inline constexpr int kInverseFraction = 14;
 inline constexpr int kInverseBlueFraction = 13;
 
 // Indexed by range, then by colour space. Weights in the order blue, green, red.
+static_assert(static_cast<int>(SampleRange::kFull) == 0 &&
+              static_cast<int>(SampleRange::kVideo) == 1 && kRec601 == 0 && kRec709 == 1);
 inline constexpr ForwardMatrix kForwardMatrices[2][2] = {
     {
         {{3211, 16515, 8421}, {14385, -9535, -4849}, {-2326, -12058, 14385}},

@@ -24,8 +24,10 @@ inline constexpr std::array<PixelFormatCode, 16> kGridDestinations = {
     kR10BigVideo, kR10LittleVideo, kR10BigFull, kR10LittleFull, kR10Alpha,  kR12Big,
     kR12Little,   k2vuy,           kV210,       kAy10};
 
-// The block decides how a row ends where a 4:2:2 source becomes RGB: a width of whole blocks
-// repeats the last chroma pair, any other width averages it with what follows in the source row.
+// The block decides how a row ends where a 4:2:2 source becomes RGB, in what the last odd pixel
+// takes for the chroma on its right. In a row of whole blocks that is its own pair's once more, and
+// so it is from `v210`, but to `RGB3`, in rows of 1280, 2048 and 4096 pixels. In any other row it
+// is what follows in the source row's last unit, or zero where the unit ends.
 inline constexpr std::array<ConversionGridRow, 17> kConversionGrid = {{
     // clang-format off
     //                32 BGRA RGBA RGB3 r210 R210 R10b R10l R10B R10L R10A R12B R12L 2vuy v210 ay10

@@ -7,9 +7,9 @@
 namespace mixdecks {
 namespace {
 
-template <class Destination, class RowEnd = WholeBlocksRepeat<8>>
-constexpr ConverterCell RgbCell(PixelFormatCode destination) {
-  return CrossingCell<YuvToRgb, TwoVuySource, Destination, RowEnd>(destination);
+template <PixelFormatCode kCode, class Destination>
+constexpr ConverterCell RgbCell() {
+  return CrossingCell<YuvToRgb, TwoVuySource, Destination, WholeBlocksRepeat<k2vuy, kCode>>(kCode);
 }
 
 }  // namespace
@@ -17,17 +17,17 @@ constexpr ConverterCell RgbCell(PixelFormatCode destination) {
 ConverterRow RowFrom2vuy() {
   using namespace layout;
   static constexpr ConverterCell kCells[] = {
-      RgbCell<ArgbDestination>(kArgb32),
-      RgbCell<BgraDestination>(kBgra),
-      RgbCell<RgbaDestination>(kRgba),
-      RgbCell<Rgb3Destination, WholeBlocksRepeat<16>>(kRgb3),
-      RgbCell<Rgb10Destination<R210, SampleRange::kVideo>>(kR210Video),
-      RgbCell<Rgb10Destination<R10Big, SampleRange::kVideo>>(kR10BigVideo),
-      RgbCell<Rgb10Destination<R10Little, SampleRange::kVideo>>(kR10LittleVideo),
-      RgbCell<Rgb10Destination<R210, SampleRange::kFull>>(kR210Full),
-      RgbCell<Rgb10Destination<R10Big, SampleRange::kFull>>(kR10BigFull),
-      RgbCell<Rgb10Destination<R10Little, SampleRange::kFull>>(kR10LittleFull),
-      RgbCell<Rgb10Destination<R10Alpha, SampleRange::kFull>>(kR10Alpha),
+      RgbCell<kArgb32, ArgbDestination>(),
+      RgbCell<kBgra, BgraDestination>(),
+      RgbCell<kRgba, RgbaDestination>(),
+      RgbCell<kRgb3, Rgb3Destination>(),
+      RgbCell<kR210Video, Rgb10Destination<R210, SampleRange::kVideo>>(),
+      RgbCell<kR10BigVideo, Rgb10Destination<R10Big, SampleRange::kVideo>>(),
+      RgbCell<kR10LittleVideo, Rgb10Destination<R10Little, SampleRange::kVideo>>(),
+      RgbCell<kR210Full, Rgb10Destination<R210, SampleRange::kFull>>(),
+      RgbCell<kR10BigFull, Rgb10Destination<R10Big, SampleRange::kFull>>(),
+      RgbCell<kR10LittleFull, Rgb10Destination<R10Little, SampleRange::kFull>>(),
+      RgbCell<kR10Alpha, Rgb10Destination<R10Alpha, SampleRange::kFull>>(),
       Cell<TwoVuyToV210>(kV210),
       Cell<TwoVuyToAy10>(kAy10),
   };

@@ -7,7 +7,8 @@ namespace mixdecks {
 
 ConverterRow RowFromAy10() {
   static constexpr ConverterCell kCells[] = {
-      CrossingCell<YuvToRgb, Ay10Source, BgraVideoAlphaDestination, WholeBlocksRepeat<4>>(kBgra),
+      CrossingCell<YuvToRgb, Ay10Source, BgraVideoAlphaDestination,
+                   WholeBlocksRepeat<kAy10, kBgra>>(kBgra),
   };
   return kCells;
 }

@@ -6,9 +6,9 @@
 namespace mixdecks {
 namespace {
 
-template <class Destination>
-constexpr ConverterCell RgbCell(PixelFormatCode destination) {
-  return CrossingCell<YuvToRgb, V210Source, Destination, CommonRowsRepeatToo>(destination);
+template <PixelFormatCode kCode, class Destination>
+constexpr ConverterCell RgbCell() {
+  return CrossingCell<YuvToRgb, V210Source, Destination, CommonRowsRepeatToo<kV210, kCode>>(kCode);
 }
 
 }  // namespace
@@ -16,13 +16,13 @@ constexpr ConverterCell RgbCell(PixelFormatCode destination) {
 ConverterRow RowFromV210ToRgb10() {
   using namespace layout;
   static constexpr ConverterCell kCells[] = {
-      RgbCell<Rgb10Destination<R210, SampleRange::kVideo>>(kR210Video),
-      RgbCell<Rgb10Destination<R10Big, SampleRange::kVideo>>(kR10BigVideo),
-      RgbCell<Rgb10Destination<R10Little, SampleRange::kVideo>>(kR10LittleVideo),
-      RgbCell<Rgb10Destination<R210, SampleRange::kFull>>(kR210Full),
-      RgbCell<Rgb10Destination<R10Big, SampleRange::kFull>>(kR10BigFull),
-      RgbCell<Rgb10Destination<R10Little, SampleRange::kFull>>(kR10LittleFull),
-      RgbCell<Rgb10Destination<R10Alpha, SampleRange::kFull>>(kR10Alpha),
+      RgbCell<kR210Video, Rgb10Destination<R210, SampleRange::kVideo>>(),
+      RgbCell<kR10BigVideo, Rgb10Destination<R10Big, SampleRange::kVideo>>(),
+      RgbCell<kR10LittleVideo, Rgb10Destination<R10Little, SampleRange::kVideo>>(),
+      RgbCell<kR210Full, Rgb10Destination<R210, SampleRange::kFull>>(),
+      RgbCell<kR10BigFull, Rgb10Destination<R10Big, SampleRange::kFull>>(),
+      RgbCell<kR10LittleFull, Rgb10Destination<R10Little, SampleRange::kFull>>(),
+      RgbCell<kR10Alpha, Rgb10Destination<R10Alpha, SampleRange::kFull>>(),
   };
   return kCells;
 }

@@ -6,19 +6,20 @@
 namespace mixdecks {
 namespace {
 
-template <class Destination, class RowEnd = CommonRowsRepeatToo>
-constexpr ConverterCell RgbCell(PixelFormatCode destination) {
-  return CrossingCell<YuvToRgb, V210Source, Destination, RowEnd>(destination);
+template <PixelFormatCode kCode, class Destination,
+          template <PixelFormatCode, PixelFormatCode> class RowEnd = CommonRowsRepeatToo>
+constexpr ConverterCell RgbCell() {
+  return CrossingCell<YuvToRgb, V210Source, Destination, RowEnd<kV210, kCode>>(kCode);
 }
 
 }  // namespace
 
 ConverterRow RowFromV210ToRgb8() {
   static constexpr ConverterCell kCells[] = {
-      RgbCell<ArgbDestination>(kArgb32),
-      RgbCell<BgraDestination>(kBgra),
-      RgbCell<RgbaDestination>(kRgba),
-      RgbCell<Rgb3Destination, WholeBlocksRepeat<48>>(kRgb3),
+      RgbCell<kArgb32, ArgbDestination>(),
+      RgbCell<kBgra, BgraDestination>(),
+      RgbCell<kRgba, RgbaDestination>(),
+      RgbCell<kRgb3, Rgb3Destination, WholeBlocksRepeat>(),
   };
   return kCells;
 }

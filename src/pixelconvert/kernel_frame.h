@@ -1,15 +1,11 @@
 // The frame around every kernel: rows, strides, whole blocks, and the rest of a row through zeroed
 // scratch.
 //
-// A kernel is a type that converts one block of pixels:
+// A kernel is a KernelShape with a Row, which is what a row carries from block to block:
 //
-//   kBlockPixels                          pixels of a block
-//   kSourceBlock, kDestinationBlock       bytes of a block
-//   kSourceRow, kDestinationRow           RowUnit: the bytes of a row
-//   kLookAhead                            pixels read behind the block, 0 if none
-//   Row(const std::uint8_t* src)          what a row carries from block to block
-//   Row::Convert(src, dst)                converts one block
-//   Row::Finish(src, pixels, width)       prepares scratch that holds the row's last pixels
+//   Row::Begin(src)                    looks at the first pixels of a row
+//   Row::Convert(src, dst)             converts one block
+//   Row::Finish(src, pixels, width)    prepares scratch that holds the last `pixels` of a row
 //
 // What a kernel touches in memory is decided here alone: exactly the source row's bytes, exactly
 // the destination row's, and nothing between rows. Scratch is zeroed, so that equal input gives
@@ -24,6 +20,25 @@
 #include "pixelconvert/simd.h"
 
 namespace mixdecks {
+
+/// What the frame has to know of a kernel. A block is converted where it lies if `kFollowing`
+/// pixels of the row follow it, and in scratch otherwise.
+template <std::uint32_t kPixels, const RowUnit& kSource, const RowUnit& kDestination,
+          std::uint32_t kFollowing = 0>
+struct KernelShape {
+  static constexpr std::uint32_t kBlockPixels = kPixels;
+  static constexpr RowUnit kSourceRow = kSource;
+  static constexpr RowUnit kDestinationRow = kDestination;
+  static constexpr std::size_t kSourceBlock = kSource.RowBytes(kPixels);
+  static constexpr std::size_t kDestinationBlock = kDestination.RowBytes(kPixels);
+  static constexpr std::uint32_t kLookAhead = kFollowing;
+};
+
+/// The base of a Row whose blocks know nothing of each other.
+struct SeparateBlocks {
+  void Begin(const std::uint8_t*) {}
+  void Finish(std::uint8_t*, std::uint32_t, std::uint32_t) {}
+};
 
 template <class Kernel>
 class RowConverter {
@@ -59,7 +74,7 @@ class RowConverter {
                             const std::uint8_t* src) {
     typename Kernel::Row row = carried;  // a local stays in registers
     for (; blocks != 0; --blocks) {
-      simd::PrefetchOnce(src + kPrefetchBlocks * Kernel::kSourceBlock);
+      simd::PrefetchOnce(src, kPrefetchBlocks * Kernel::kSourceBlock);
       row.Convert(src, dst);
       src += Kernel::kSourceBlock;
       dst += Kernel::kDestinationBlock;
@@ -88,6 +103,7 @@ class RowConverter {
 template <class Kernel>
 void ConvertRows(std::uint32_t width, std::int32_t height, std::uint8_t* dst,
                  std::int32_t dstStride, const std::uint8_t* src, std::int32_t srcStride) {
+  if (width == 0) return;  // a row of nothing may stand nowhere: its pointers are left alone
   const RowConverter<Kernel> rows(width);
   for (std::int32_t row = 0; row < height; ++row) {
     rows.Convert(dst + std::ptrdiff_t{row} * dstStride, src + std::ptrdiff_t{row} * srcStride);

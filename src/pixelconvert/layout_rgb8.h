@@ -71,9 +71,9 @@ struct ArgbSource : ByteQuads {
 /// before. Nothing stands before the first pixel, so the first run is read in place and shifted.
 struct RgbaSource : ArgbSource {
   static QuadPair Gather(const std::uint8_t* src, std::size_t runBytes) {
-    const std::uint8_t* early = src - 1;
-    return WeaveQuads(_mm_slli_epi64(simd::LoadHalf(src), 8), simd::LoadHalf(early + runBytes),
-                      simd::LoadHalf(early + 2 * runBytes), simd::LoadHalf(early + 3 * runBytes));
+    return WeaveQuads(_mm_slli_epi64(simd::LoadHalf(src), 8), simd::LoadHalf(src + runBytes - 1),
+                      simd::LoadHalf(src + 2 * runBytes - 1),
+                      simd::LoadHalf(src + 3 * runBytes - 1));
   }
 };
 
@@ -83,10 +83,9 @@ struct Rgb3Source : ArgbSource {
   static constexpr std::size_t kPixelBytes = 3;
 
   static QuadPair Gather(const std::uint8_t* src, std::size_t runBytes) {
-    const std::uint8_t* early = src - 1;
     const simd::Vector first = _mm_slli_epi32(simd::LoadQuarter(src), 8);
-    return {Weave(first, early + runBytes, runBytes),
-            Weave(simd::LoadQuarter(early + 3), early + 3 + runBytes, runBytes)};
+    return {Weave(first, src + runBytes - 1, runBytes),
+            Weave(simd::LoadQuarter(src + 2), src + runBytes + 2, runBytes)};
   }
 
  private:

@@ -15,43 +15,14 @@
 
 namespace mixdecks {
 
-/// The samples of one group of each run, by their place in the four words:
-///
-///   word      0    1    2    3
-///   first    Cb0   Y1  Cr1   Y4
-///   second    Y0  Cb1   Y3  Cr2
-///   third    Cr0   Y2  Cb2   Y5
-///
-/// Every vector holds two of them, [a × 4 | b × 4].
-struct V210Samples {
-  simd::Vector cb0y1, cr1y4;
-  simd::Vector y0cb1, y3cr2;
-  simd::Vector cr0y2, cb2y5;
-};
-
 struct V210Source {
   static constexpr int kDepth = 10;
   static constexpr int kRun = 6;
   static constexpr RowUnit kRow = kV210Group;
   static constexpr std::uint32_t kLookAhead = 1;
 
-  static V210Samples ReadSamples(const std::uint8_t* src) {
-    const QuadPair words01 = GatherQuads(src, kRow.bytes);
-    const QuadPair words23 = GatherQuads(src + 8, kRow.bytes);
-    const simd::Vector low01 = simd::LowHalves(words01.even, words01.odd);
-    const simd::Vector high01 = simd::HighHalves(words01.even, words01.odd);
-    const simd::Vector low23 = simd::LowHalves(words23.even, words23.odd);
-    const simd::Vector high23 = simd::HighHalves(words23.even, words23.odd);
-    return {.cb0y1 = First(low01),
-            .cr1y4 = First(low23),
-            .y0cb1 = Second(low01, high01),
-            .y3cr2 = Second(low23, high23),
-            .cr0y2 = Third(high01),
-            .cb2y5 = Third(high23)};
-  }
-
   static std::array<YuvSite, kRun / 2> Read(const std::uint8_t* src) {
-    const V210Samples s = ReadSamples(src);
+    const Samples s = ReadSamples(src);
     const simd::Vector none = _mm_setzero_si128();
     return {{
         {simd::LowHalves(s.cb0y1, s.cr0y2), simd::OuterHalves(s.y0cb1, s.cb0y1), none},
@@ -71,6 +42,35 @@ struct V210Source {
 
  private:
   static constexpr std::size_t kPairSamples = 4;
+
+  // The samples of one group of each run, by their place in the four words:
+  //
+  //   word      0    1    2    3
+  //   first    Cb0   Y1  Cr1   Y4
+  //   second    Y0  Cb1   Y3  Cr2
+  //   third    Cr0   Y2  Cb2   Y5
+  //
+  // Every vector holds two of them, [a × 4 | b × 4].
+  struct Samples {
+    simd::Vector cb0y1, cr1y4;
+    simd::Vector y0cb1, y3cr2;
+    simd::Vector cr0y2, cb2y5;
+  };
+
+  static Samples ReadSamples(const std::uint8_t* src) {
+    const QuadPair words01 = GatherQuads(src, kRow.bytes);
+    const QuadPair words23 = GatherQuads(src + 8, kRow.bytes);
+    const simd::Vector low01 = simd::LowHalves(words01.even, words01.odd);
+    const simd::Vector high01 = simd::HighHalves(words01.even, words01.odd);
+    const simd::Vector low23 = simd::LowHalves(words23.even, words23.odd);
+    const simd::Vector high23 = simd::HighHalves(words23.even, words23.odd);
+    return {.cb0y1 = First(low01),
+            .cr1y4 = First(low23),
+            .y0cb1 = Second(low01, high01),
+            .y3cr2 = Second(low23, high23),
+            .cr0y2 = Third(high01),
+            .cb2y5 = Third(high23)};
+  }
 
   static simd::Vector First(simd::Vector low) { return _mm_and_si128(low, simd::Words(0x03FF)); }
 

@@ -1,4 +1,9 @@
-// The seventeen pixel formats of the library: codes, names, and the bytes of a row.
+// The seventeen pixel formats of the library: codes, names, layouts, and the bytes of a row.
+//
+// Samples are unsigned. Full range uses all values, video range keeps black at 16 and white at 235
+// in eight bits, 64 and 940 in ten; chroma, offset by half, spans 16 to 240 or 64 to 960 (ITU-R
+// BT.601 and BT.709). YUV is always 4:2:2 and sited at the even pixels: Cb and Cr of a pair belong
+// to both.
 //
 // Everything here is constexpr and may be used from any thread.
 #pragma once
@@ -27,19 +32,26 @@ inline constexpr PixelFormatCode kRgba = 0x52474241;    ///< R G B A
 inline constexpr PixelFormatCode kRgb3 = 0x52474233;    ///< R G B, three bytes a pixel
 
 // 10-bit RGB in 32-bit words. The letter's case tells the range: video (64 to 940) or full.
-inline constexpr PixelFormatCode kR210Video = 0x72323130;       ///< `r210`: R at bit 20, big-endian
+// Low-aligned words have R, G and B at bits 20, 10 and 0, high-aligned ones at 22, 12 and 2. The two
+// bits that are left are written as 0, in `R10A` as 3, and never read.
+inline constexpr PixelFormatCode kR210Video = 0x72323130;       ///< `r210`: big-endian, low-aligned
 inline constexpr PixelFormatCode kR210Full = 0x52323130;        ///< `R210`: the same, full range
-inline constexpr PixelFormatCode kR10BigVideo = 0x52313062;     ///< `R10b`: R at bit 22, big-endian
+inline constexpr PixelFormatCode kR10BigVideo = 0x52313062;     ///< `R10b`: big-endian, high-aligned
 inline constexpr PixelFormatCode kR10LittleVideo = 0x5231306C;  ///< `R10l`: little-endian
 inline constexpr PixelFormatCode kR10BigFull = 0x52313042;      ///< `R10B`
 inline constexpr PixelFormatCode kR10LittleFull = 0x5231304C;   ///< `R10L`
 inline constexpr PixelFormatCode kR10Alpha = 0x52313041;        ///< `R10A`: `R10B`, low bits set
 
-// 12-bit RGB, full range: eight pixels in nine 32-bit words.
+// 12-bit RGB, full range: eight pixels in nine 32-bit words, the samples R G B R G B … one after
+// another from the lowest bit of the first word upwards.
 inline constexpr PixelFormatCode kR12Big = 0x52313242;     ///< `R12B`: big-endian words
 inline constexpr PixelFormatCode kR12Little = 0x5231324C;  ///< `R12L`: little-endian words
 
 // 4:2:2 YUV, video range.
+//
+// `v210` holds six pixels in four little-endian words of three samples, the first in the lowest
+// bits: Cb0 Y0 Cr0, Y1 Cb1 Y2, Cr1 Y3 Cb2, Y4 Cr2 Y5. `ay10` holds a pixel in a big-endian word:
+// alpha at bit 20, chroma at bit 10 (Cb at even pixels, Cr at odd ones), luma at bit 0.
 inline constexpr PixelFormatCode k2vuy = 0x32767579;  ///< 8 bits: Cb Y0 Cr Y1
 inline constexpr PixelFormatCode kV210 = 0x76323130;  ///< 10 bits: six pixels in 16 bytes
 inline constexpr PixelFormatCode kAy10 = 0x61793130;  ///< 10 bits, with alpha in every pixel
@@ -76,8 +88,6 @@ struct PixelFormat {
   std::uint8_t depth;  ///< bits of a sample
   ColourModel model;
   SampleRange range;
-  bool source;             ///< at least one pair reads it
-  bool destination;        ///< at least one pair writes it
   RowUnit sourceRow;       ///< bytes read
   RowUnit destinationRow;  ///< bytes written
 };
@@ -88,24 +98,24 @@ inline constexpr std::array<PixelFormat, 17> kPixelFormats = [] {
   using enum SampleRange;
   return std::array<PixelFormat, 17>{{
       // clang-format off
-      // code             name    depth model  range  source dest.  row read         row written
-      {kArgb32,          "32",    8, kRgb, kFull,  true,  true,  kFourBytePixel,  kFourBytePixel},
-      {kBgra,            "BGRA",  8, kRgb, kFull,  true,  true,  kFourBytePixel,  kFourBytePixel},
-      {kRgba,            "RGBA",  8, kRgb, kFull,  true,  true,  kFourBytePixel,  kFourBytePixel},
-      {kBgrx,            "BGRX",  8, kRgb, kFull,  true,  false, kFourBytePixel,  kFourBytePixel},
-      {kRgb3,            "RGB3",  8, kRgb, kFull,  true,  true,  kThreeBytePixel, kThreeBytePixel},
-      {kR210Video,       "r210", 10, kRgb, kVideo, true,  true,  kFourBytePixel,  kFourBytePixel},
-      {kR210Full,        "R210", 10, kRgb, kFull,  true,  true,  kFourBytePixel,  kFourBytePixel},
-      {kR10BigVideo,     "R10b", 10, kRgb, kVideo, true,  true,  kFourBytePixel,  kFourBytePixel},
-      {kR10LittleVideo,  "R10l", 10, kRgb, kVideo, true,  true,  kFourBytePixel,  kFourBytePixel},
-      {kR10BigFull,      "R10B", 10, kRgb, kFull,  true,  true,  kFourBytePixel,  kFourBytePixel},
-      {kR10LittleFull,   "R10L", 10, kRgb, kFull,  true,  true,  kFourBytePixel,  kFourBytePixel},
-      {kR10Alpha,        "R10A", 10, kRgb, kFull,  true,  true,  kFourBytePixel,  kFourBytePixel},
-      {kR12Big,          "R12B", 12, kRgb, kFull,  true,  true,  kTwelveBitGroup, kTwelveBitGroup},
-      {kR12Little,       "R12L", 12, kRgb, kFull,  true,  true,  kTwelveBitGroup, kTwelveBitGroup},
-      {k2vuy,            "2vuy",  8, kYuv, kVideo, true,  true,  k2vuyRead,       k2vuyWritten},
-      {kV210,            "v210", 10, kYuv, kVideo, true,  true,  kV210Group,      kV210Group},
-      {kAy10,            "ay10", 10, kYuv, kVideo, true,  true,  kAy10Block,      kAy10Block},
+      // code             name    depth model  range    row read         row written
+      {kArgb32,          "32",    8, kRgb, kFull,  kFourBytePixel,  kFourBytePixel},
+      {kBgra,            "BGRA",  8, kRgb, kFull,  kFourBytePixel,  kFourBytePixel},
+      {kRgba,            "RGBA",  8, kRgb, kFull,  kFourBytePixel,  kFourBytePixel},
+      {kBgrx,            "BGRX",  8, kRgb, kFull,  kFourBytePixel,  kFourBytePixel},
+      {kRgb3,            "RGB3",  8, kRgb, kFull,  kThreeBytePixel, kThreeBytePixel},
+      {kR210Video,       "r210", 10, kRgb, kVideo, kFourBytePixel,  kFourBytePixel},
+      {kR210Full,        "R210", 10, kRgb, kFull,  kFourBytePixel,  kFourBytePixel},
+      {kR10BigVideo,     "R10b", 10, kRgb, kVideo, kFourBytePixel,  kFourBytePixel},
+      {kR10LittleVideo,  "R10l", 10, kRgb, kVideo, kFourBytePixel,  kFourBytePixel},
+      {kR10BigFull,      "R10B", 10, kRgb, kFull,  kFourBytePixel,  kFourBytePixel},
+      {kR10LittleFull,   "R10L", 10, kRgb, kFull,  kFourBytePixel,  kFourBytePixel},
+      {kR10Alpha,        "R10A", 10, kRgb, kFull,  kFourBytePixel,  kFourBytePixel},
+      {kR12Big,          "R12B", 12, kRgb, kFull,  kTwelveBitGroup, kTwelveBitGroup},
+      {kR12Little,       "R12L", 12, kRgb, kFull,  kTwelveBitGroup, kTwelveBitGroup},
+      {k2vuy,            "2vuy",  8, kYuv, kVideo, k2vuyRead,       k2vuyWritten},
+      {kV210,            "v210", 10, kYuv, kVideo, kV210Group,      kV210Group},
+      {kAy10,            "ay10", 10, kYuv, kVideo, kAy10Block,      kAy10Block},
       // clang-format on
   }};
 }();

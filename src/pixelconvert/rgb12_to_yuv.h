@@ -10,6 +10,7 @@
 
 #include "pixelconvert/colour_matrix.h"
 #include "pixelconvert/four_runs.h"
+#include "pixelconvert/kernel_frame.h"
 #include "pixelconvert/layout_rgb12.h"
 #include "pixelconvert/layout_v210.h"
 #include "pixelconvert/pixel_format.h"
@@ -103,16 +104,8 @@ class LeftPixel {
 
 /// The frame's side of both destinations.
 template <ColourSpaceIndex kSpace, ByteOrder kOrder, class Destination>
-struct TwelveBitToYuv {
-  static constexpr std::size_t kRun = Destination::kRun;
-  static constexpr std::uint32_t kBlockPixels = kRuns * kRun;
-  static constexpr RowUnit kSourceRow = kTwelveBitGroup;
-  static constexpr RowUnit kDestinationRow = Destination::kRow;
-  static constexpr std::size_t kSourceBlock = kSourceRow.RowBytes(kBlockPixels);
-  static constexpr std::size_t kDestinationBlock = kDestinationRow.RowBytes(kBlockPixels);
-  static constexpr std::uint32_t kLookAhead = 0;
-
-  class Row {
+struct TwelveBitToYuv : KernelShape<kRuns * Destination::kRun, kTwelveBitGroup, Destination::kRow> {
+  class Row : public SeparateBlocks {
    public:
     void Begin(const std::uint8_t* src) { left_.Begin(Transform::ReadFirst(src)); }
 
@@ -122,9 +115,8 @@ struct TwelveBitToYuv {
       Destination::Write(dst, left_.ShiftUp(pixels[kRun - 1]), pixels);
     }
 
-    void Finish(std::uint8_t*, std::uint32_t, std::uint32_t) {}
-
    private:
+    static constexpr std::size_t kRun = Destination::kRun;
     using Transform = DecimalTransform<kSpace, kOrder, kRun>;
 
     LeftPixel left_;

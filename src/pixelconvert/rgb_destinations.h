@@ -72,8 +72,7 @@ struct RgbaDestination : FullRange8, FourByteDestination<RgbaDestination> {
   }
 };
 
-/// Three bytes a pixel: two pixels are six bytes, stored as eight in rising order, so that each
-/// store puts right what the one before it wrote too much. The last one stores six.
+/// Three bytes a pixel.
 struct Rgb3Destination : FullRange8 {
   static constexpr RowUnit kRow = kThreeBytePixel;
 
@@ -87,27 +86,20 @@ struct Rgb3Destination : FullRange8 {
       pairs[0][x] = CloseRgb3Gaps(_mm_unpacklo_epi32(pixels.even, pixels.odd));
       pairs[1][x] = CloseRgb3Gaps(_mm_unpackhi_epi32(pixels.even, pixels.odd));
     }
-    StoreRuns(dst, pairs[0], false);
-    StoreRuns(dst + kRuns / 2 * kSites * kRgb3PairBytes, pairs[1], true);
+    Rgb3PairWriter writer(dst);
+    WriteRuns(writer, pairs[0], false);
+    WriteRuns(writer, pairs[1], true);
   }
 
  private:
   template <std::size_t kSites>
-  static void StoreRuns(std::uint8_t* dst, const simd::Vector (&pairs)[kSites], bool last) {
+  static void WriteRuns(Rgb3PairWriter& writer, const simd::Vector (&pairs)[kSites], bool last) {
 #pragma GCC unroll 3
-    for (std::size_t x = 0; x < kSites; ++x) {
-      simd::StoreLowHalf(dst, pairs[x]);
-      dst += kRgb3PairBytes;
-    }
+    for (std::size_t x = 0; x < kSites; ++x)
+      writer.WriteLow(pairs[x]);
 #pragma GCC unroll 3
-    for (std::size_t x = 0; x < kSites; ++x) {
-      if (last && x + 1 == kSites) {
-        simd::StoreHighSixBytes(dst, pairs[x]);
-      } else {
-        simd::StoreHighHalf(dst, pairs[x]);
-      }
-      dst += kRgb3PairBytes;
-    }
+    for (std::size_t x = 0; x < kSites; ++x)
+      writer.WriteHigh(pairs[x], last && x + 1 == kSites);
   }
 };
 

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "pixelconvert/kernel_frame.h"
 #include "pixelconvert/layout_rgb3.h"
 #include "pixelconvert/pixel_format.h"
 #include "pixelconvert/pixel_word.h"
@@ -56,21 +57,14 @@ struct PixelMemory<layout::Rgb3> {
     return {pixels, pixels, simd::SwapWords(pixels)};
   }
 
-  // Pairs of pixels go out as eight bytes in rising order, so that each store puts right what the
-  // one before it wrote too much; the last one stores its six.
   template <std::size_t kVectors>
   static void Store(std::uint8_t* dst, const simd::Vector (&pixels)[kVectors]) {
+    Rgb3PairWriter writer(dst);
 #pragma GCC unroll 4
     for (std::size_t i = 0; i < kVectors; ++i) {
       const simd::Vector pairs = CloseRgb3Gaps(pixels[i]);
-      simd::StoreLowHalf(dst, pairs);
-      dst += kRgb3PairBytes;
-      if (i + 1 < kVectors) {
-        simd::StoreHighHalf(dst, pairs);
-      } else {
-        simd::StoreHighSixBytes(dst, pairs);
-      }
-      dst += kRgb3PairBytes;
+      writer.WriteLow(pairs);
+      writer.WriteHigh(pairs, i + 1 == kVectors);
     }
   }
 };
@@ -78,28 +72,18 @@ struct PixelMemory<layout::Rgb3> {
 /// The kernel of all three families: `Rule::Convert` makes four pixels, as they stand in memory, of
 /// four native ones.
 template <class Source, class Destination, class Rule>
-struct RgbToRgb {
-  static constexpr std::size_t kVectors = 4;
-  static constexpr std::uint32_t kBlockPixels = kVectors * 4;
-  static constexpr RowUnit kSourceRow = PixelMemory<Source>::kRow;
-  static constexpr RowUnit kDestinationRow = PixelMemory<Destination>::kRow;
-  static constexpr std::size_t kSourceBlock = kSourceRow.RowBytes(kBlockPixels);
-  static constexpr std::size_t kDestinationBlock = kDestinationRow.RowBytes(kBlockPixels);
-  static constexpr std::uint32_t kLookAhead = 0;
-
-  struct Row {
-    void Begin(const std::uint8_t*) {}
-
+struct RgbToRgb : KernelShape<16, PixelMemory<Source>::kRow, PixelMemory<Destination>::kRow> {
+  struct Row : SeparateBlocks {
     void Convert(const std::uint8_t* src, std::uint8_t* dst) {
-      simd::Vector pixels[kVectors];
+      constexpr std::size_t vectors = RgbToRgb::kBlockPixels / 4;
+      simd::Vector pixels[vectors];
 #pragma GCC unroll 4
-      for (std::size_t i = 0; i < kVectors; ++i) {
-        pixels[i] = Rule::Convert(PixelMemory<Source>::Load(src + i * kSourceBlock / kVectors));
+      for (std::size_t i = 0; i < vectors; ++i) {
+        pixels[i] =
+            Rule::Convert(PixelMemory<Source>::Load(src + i * RgbToRgb::kSourceBlock / vectors));
       }
       PixelMemory<Destination>::Store(dst, pixels);
     }
-
-    void Finish(std::uint8_t*, std::uint32_t, std::uint32_t) {}
   };
 };
 

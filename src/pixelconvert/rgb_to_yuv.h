@@ -11,6 +11,7 @@
 
 #include "pixelconvert/colour_matrix.h"
 #include "pixelconvert/four_runs.h"
+#include "pixelconvert/kernel_frame.h"
 #include "pixelconvert/simd.h"
 
 namespace mixdecks {
@@ -104,16 +105,8 @@ class ForwardTransform {
 /// A destination takes a block's pixels and filtered sites and makes of them the samples it stores:
 /// `Destination::Write<Transform>(dst, block)`.
 template <ColourSpaceIndex kSpace, class Source, class Destination>
-struct RgbToYuv {
-  static constexpr int kRun = Destination::kRun;
-  static constexpr std::uint32_t kBlockPixels = kRuns * kRun;
-  static constexpr RowUnit kSourceRow = Source::kRow;
-  static constexpr RowUnit kDestinationRow = Destination::kRow;
-  static constexpr std::size_t kSourceBlock = kSourceRow.RowBytes(kBlockPixels);
-  static constexpr std::size_t kDestinationBlock = kDestinationRow.RowBytes(kBlockPixels);
-  static constexpr std::uint32_t kLookAhead = 0;
-
-  class Row {
+struct RgbToYuv : KernelShape<kRuns * Destination::kRun, Source::kRow, Destination::kRow> {
+  class Row : public SeparateBlocks {
    public:
     void Begin(const std::uint8_t* src) { filter_.Begin(src); }
 
@@ -122,10 +115,8 @@ struct RgbToYuv {
       Destination::template Write<Transform>(dst, filter_.Read(src));
     }
 
-    void Finish(std::uint8_t*, std::uint32_t, std::uint32_t) {}
-
    private:
-    ChromaFilter<Source, kRun> filter_;
+    ChromaFilter<Source, Destination::kRun> filter_;
   };
 };
 

@@ -8,6 +8,10 @@
 #include <cstdint>
 #include <cstring>
 
+#if defined(_MSC_VER)
+#pragma warning(disable : 4068)  // the hints to unroll are for other compilers
+#endif
+
 namespace mixdecks::simd {
 
 using Vector = __m128i;
@@ -55,9 +59,11 @@ inline void StoreHighSixBytes(std::uint8_t* to, Vector v) {
   std::memcpy(to + sizeof(four), &two, sizeof(two));
 }
 
-/// Hints that a source is read once; may point behind the row, as a hint never faults.
-inline void PrefetchOnce(const std::uint8_t* from) {
-  _mm_prefetch(reinterpret_cast<const char*>(from), _MM_HINT_NTA);
+/// Hints that what stands `ahead` bytes on is soon read, once. That may be behind the buffer: a
+/// hint never faults, but no pointer may point there, so the address is a number.
+inline void PrefetchOnce(const std::uint8_t* from, std::size_t ahead) {
+  const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(from) + ahead;
+  _mm_prefetch(reinterpret_cast<const char*>(address), _MM_HINT_NTA);
 }
 
 inline Vector Bytes(int value) {

@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "pixelconvert/four_runs.h"
+#include "pixelconvert/kernel_frame.h"
 #include "pixelconvert/layout_rgb12.h"
 #include "pixelconvert/pixel_format.h"
 #include "pixelconvert/rgb_destinations.h"
@@ -56,17 +57,8 @@ static_assert([] {
 
 /// To `32`. `BGRA` gets the same bytes: its readers of 12-bit pictures have always expected them.
 template <ByteOrder kOrder>
-struct TwelveBitToArgb {
-  static constexpr std::uint32_t kBlockPixels = kRuns * kGroupPixels;
-  static constexpr RowUnit kSourceRow = kTwelveBitGroup;
-  static constexpr RowUnit kDestinationRow = kFourBytePixel;
-  static constexpr std::size_t kSourceBlock = kSourceRow.RowBytes(kBlockPixels);
-  static constexpr std::size_t kDestinationBlock = kDestinationRow.RowBytes(kBlockPixels);
-  static constexpr std::uint32_t kLookAhead = 0;
-
-  struct Row {
-    void Begin(const std::uint8_t*) {}
-
+struct TwelveBitToArgb : KernelShape<kRuns * kGroupPixels, kTwelveBitGroup, kFourBytePixel> {
+  struct Row : SeparateBlocks {
     void Convert(const std::uint8_t* src, std::uint8_t* dst) {
       const auto groups = TwelveBitGroups<kOrder>::Gather(src, kTwelveBitGroup.bytes);
       RgbSite sites[kGroupPixels / 2];
@@ -79,8 +71,6 @@ struct TwelveBitToArgb {
       ArgbDestination::Write(dst, sites);
     }
 
-    void Finish(std::uint8_t*, std::uint32_t, std::uint32_t) {}
-
    private:
     static simd::Vector NarrowBoth(simd::Vector even, simd::Vector odd) {
       const simd::Vector samples = _mm_slli_epi16(_mm_packs_epi32(even, odd), 3);
@@ -92,17 +82,8 @@ struct TwelveBitToArgb {
 };
 
 template <ByteOrder kOrder>
-struct BgraToTwelveBit {
-  static constexpr std::uint32_t kBlockPixels = kRuns * kGroupPixels;
-  static constexpr RowUnit kSourceRow = kFourBytePixel;
-  static constexpr RowUnit kDestinationRow = kTwelveBitGroup;
-  static constexpr std::size_t kSourceBlock = kSourceRow.RowBytes(kBlockPixels);
-  static constexpr std::size_t kDestinationBlock = kDestinationRow.RowBytes(kBlockPixels);
-  static constexpr std::uint32_t kLookAhead = 0;
-
-  struct Row {
-    void Begin(const std::uint8_t*) {}
-
+struct BgraToTwelveBit : KernelShape<kRuns * kGroupPixels, kFourBytePixel, kTwelveBitGroup> {
+  struct Row : SeparateBlocks {
     void Convert(const std::uint8_t* src, std::uint8_t* dst) {
       simd::Vector values[kGroupSamples / 2];
 #pragma GCC unroll 4
@@ -119,8 +100,6 @@ struct BgraToTwelveBit {
       }
       TwelveBitGroups<kOrder>::Join(values).Scatter(dst, kTwelveBitGroup.bytes);
     }
-
-    void Finish(std::uint8_t*, std::uint32_t, std::uint32_t) {}
 
    private:
     static simd::Vector WidenWords(simd::Vector bytes) {

@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "pixelconvert/colour_matrix.h"
+#include "pixelconvert/conversion_grid.h"
 #include "pixelconvert/four_runs.h"
 #include "pixelconvert/kernel_frame.h"
 #include "pixelconvert/simd.h"
@@ -75,22 +76,13 @@ class InverseTransform {
 /// pair's own; if not, it is averaged with what follows the pair in the source row, or with zero
 /// where the row is over.
 template <ColourSpaceIndex kSpace, class Source, class Destination, class RowEnd>
-struct YuvToRgb {
-  static constexpr int kRun = Source::kRun;
-  static constexpr std::uint32_t kBlockPixels = kRuns * kRun;
-  static constexpr RowUnit kSourceRow = Source::kRow;
-  static constexpr RowUnit kDestinationRow = Destination::kRow;
-  static constexpr std::size_t kSourceBlock = kSourceRow.RowBytes(kBlockPixels);
-  static constexpr std::size_t kDestinationBlock = kDestinationRow.RowBytes(kBlockPixels);
-  static constexpr std::uint32_t kLookAhead = Source::kLookAhead;
-
-  struct Row {
-    void Begin(const std::uint8_t*) {}
-
+struct YuvToRgb
+    : KernelShape<kRuns * Source::kRun, Source::kRow, Destination::kRow, Source::kLookAhead> {
+  struct Row : SeparateBlocks {
     void Convert(const std::uint8_t* src, std::uint8_t* dst) {
       const auto sites = Source::Read(src);
       const simd::Vector afterLast =
-          ShiftRunsDown(sites[0].chroma, Source::NextChroma(src + kSourceBlock));
+          ShiftRunsDown(sites[0].chroma, Source::NextChroma(src + YuvToRgb::kSourceBlock));
       RgbSite rgb[kSites];
 #pragma GCC unroll 3
       for (std::size_t x = 0; x < kSites; ++x) {
@@ -106,7 +98,7 @@ struct YuvToRgb {
   };
 
  private:
-  static constexpr std::size_t kSites = kRun / 2;
+  static constexpr std::size_t kSites = Source::kRun / 2;
 
   using Transform =
       InverseTransform<Source::kDepth, Destination::kDepth, Destination::kRange, kSpace>;
@@ -119,16 +111,20 @@ struct YuvToRgb {
   }
 };
 
-/// The usual end: a row of whole blocks repeats its last pair.
-template <std::uint32_t kBlock>
+/// The usual end: a row of whole blocks, as the grid has them, repeats its last pair.
+template <PixelFormatCode kSource, PixelFormatCode kDestination>
 struct WholeBlocksRepeat {
-  static constexpr bool RepeatsLastPair(std::uint32_t width) { return width % kBlock == 0; }
+  static constexpr bool RepeatsLastPair(std::uint32_t width) {
+    return width % WidthBlock(kSource, kDestination) == 0;
+  }
 };
 
-/// The three common row widths that are no whole blocks of twelve end as if they were.
+/// Three common row widths that are no whole blocks end as if they were.
+template <PixelFormatCode kSource, PixelFormatCode kDestination>
 struct CommonRowsRepeatToo {
   static constexpr bool RepeatsLastPair(std::uint32_t width) {
-    return width == 1280 || width == 2048 || width == 4096 || width % 12 == 0;
+    return width == 1280 || width == 2048 || width == 4096 ||
+           WholeBlocksRepeat<kSource, kDestination>::RepeatsLastPair(width);
   }
 };
 

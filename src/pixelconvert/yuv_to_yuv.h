@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "pixelconvert/kernel_frame.h"
 #include "pixelconvert/pixel_format.h"
 #include "pixelconvert/rgb_to_rgb.h"
 #include "pixelconvert/simd.h"
@@ -13,17 +14,10 @@ namespace mixdecks {
 /// `2vuy` and `v210` hold the samples of a row in the same order, as bytes and as three fields of a
 /// word. So going from one to the other is what `RGB3` and a 10-bit word do, a word to three bytes.
 template <class Source, class Destination, const RowUnit& kSource, const RowUnit& kDestination>
-struct RegroupSamples {
+struct RegroupSamples : KernelShape<24, kSource, kDestination> {
   using Words = MoveFields<Source, Destination>;
-
-  static constexpr std::uint32_t kBlockPixels = 24;
-  static constexpr RowUnit kSourceRow = kSource;
-  static constexpr RowUnit kDestinationRow = kDestination;
-  static constexpr std::size_t kSourceBlock = Words::kSourceBlock;
-  static constexpr std::size_t kDestinationBlock = Words::kDestinationBlock;
-  static constexpr std::uint32_t kLookAhead = 0;
-  static_assert(kSourceBlock == kSource.RowBytes(kBlockPixels));
-  static_assert(kDestinationBlock == kDestination.RowBytes(kBlockPixels));
+  static_assert(RegroupSamples::kSourceBlock == Words::kSourceBlock);
+  static_assert(RegroupSamples::kDestinationBlock == Words::kDestinationBlock);
 
   using Row = typename Words::Row;
 };
@@ -33,17 +27,8 @@ using V210ToTwoVuy = RegroupSamples<layout::V210Word, layout::Rgb3, kV210Group, 
 
 /// Every pixel of `2vuy` is two bytes, chroma and luma, and becomes a word of `ay10`; the alpha is
 /// that of ten full bits, not of video range.
-struct TwoVuyToAy10 {
-  static constexpr std::uint32_t kBlockPixels = 8;
-  static constexpr RowUnit kSourceRow = k2vuyRead;
-  static constexpr RowUnit kDestinationRow = kAy10Block;
-  static constexpr std::size_t kSourceBlock = kSourceRow.RowBytes(kBlockPixels);
-  static constexpr std::size_t kDestinationBlock = kDestinationRow.RowBytes(kBlockPixels);
-  static constexpr std::uint32_t kLookAhead = 0;
-
-  struct Row {
-    void Begin(const std::uint8_t*) {}
-
+struct TwoVuyToAy10 : KernelShape<8, k2vuyRead, kAy10Block> {
+  struct Row : SeparateBlocks {
     void Convert(const std::uint8_t* src, std::uint8_t* dst) {
       constexpr int opaque = 1023 << 4;
       const simd::Vector pixels = simd::Load(src);
@@ -54,8 +39,6 @@ struct TwoVuyToAy10 {
       simd::Store(dst, _mm_unpacklo_epi16(high, low));
       simd::Store(dst + 16, _mm_unpackhi_epi16(high, low));
     }
-
-    void Finish(std::uint8_t*, std::uint32_t, std::uint32_t) {}
   };
 };
 
