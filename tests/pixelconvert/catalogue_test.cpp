@@ -51,10 +51,6 @@ TEST(Catalogue, TellsDepthAndRolesOfAFormat) {
   }
   for (const char* name : {"R12B", "R12L"})
     EXPECT_EQ(depth(name), 12);
-  for (const PixelFormat& format : kPixelFormats) {
-    EXPECT_TRUE(format.source) << format.name;
-    EXPECT_EQ(format.destination, format.code != kBgrx) << format.name;
-  }
 }
 
 TEST(Catalogue, GivesTheBytesOfARow) {

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <limits>
+#include <numeric>
 #include <span>
+#include <string_view>
 #include <thread>
 
 #include "tests/pixelconvert/harness/fault_trap.h"
@@ -54,6 +56,48 @@ TEST_F(Untouchable, WidthOfZeroAmongRgb) {
       ExpectTouchesNothing(conversion, 0, height);
     }
   }
+}
+
+TEST(NothingAtAll, MayStandNowhere) {
+  for (const Conversion& conversion : ExistingConversions())
+    conversion.converter(0, 1080, nullptr, 8192, nullptr, 8192);
+}
+
+// The bytes of three destination rows of 64 that a call of a named pair left as they were.
+std::vector<std::size_t> BytesLeftBy(std::string_view source, std::string_view destination,
+                                     std::uint32_t width) {
+  constexpr std::uint8_t untouched = 0x5A;
+  constexpr std::size_t stride = 64;
+  const std::vector<std::uint8_t> from(3 * stride, 0xFF);
+  std::vector<std::uint8_t> to(3 * stride, untouched);
+  GetPixelConverter(FindPixelFormat(source)->code, FindPixelFormat(destination)->code, kRec601)(
+      width, 3, to.data(), stride, from.data(), stride);
+  std::vector<std::size_t> left;
+  for (std::size_t i = 0; i < stride; ++i) {
+    const std::uint8_t inRows[] = {to[i], to[stride + i], to[2 * stride + i]};
+    if (std::ranges::count(inRows, untouched) == 3) left.push_back(i);
+  }
+  return left;
+}
+
+std::vector<std::size_t> BytesFrom(std::size_t first) {
+  std::vector<std::size_t> bytes(64 - first);
+  std::iota(bytes.begin(), bytes.end(), first);
+  return bytes;
+}
+
+TEST(RowEnds, SevenPixelsLeaveTheRestOfTheStride) {
+  EXPECT_EQ(BytesLeftBy("BGRA", "RGBA", 7), BytesFrom(28));
+  EXPECT_EQ(BytesLeftBy("32", "BGRA", 7), BytesFrom(28));
+}
+
+TEST(RowEnds, PixelsBelowABlockAreWrittenAlone) {
+  for (const std::uint32_t width : {1u, 2u, 3u})
+    EXPECT_EQ(BytesLeftBy("BGRA", "RGBA", width), BytesFrom(4 * width));
+}
+
+TEST(RowEnds, APixelOfThreeBytesLeavesTheRestOfItsBlock) {
+  EXPECT_EQ(BytesLeftBy("RGBA", "RGB3", 1), BytesFrom(3));
 }
 
 // Three rows so far apart that the third lies behind what 32 bits can count.

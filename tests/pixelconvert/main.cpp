@@ -18,6 +18,10 @@ int main(int count, char** arguments) {
     std::cerr << arguments[0] << ": " << *problem << '\n';
     return 2;
   }
+  if (const auto problem = ProblemOf(TheOptions())) {
+    std::cerr << arguments[0] << ": " << *problem << '\n';
+    return 2;
+  }
   testing::InitGoogleMock(&count, arguments);
   std::cout << Announce(ThePlan()) << std::flush;
   return RUN_ALL_TESTS();

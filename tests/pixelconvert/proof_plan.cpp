@@ -16,9 +16,8 @@ constexpr std::uint32_t kWidestOfAll = 300;
 constexpr std::array<std::uint32_t, 14> kNamedWidths = {719,  720,  1280, 1281, 1282, 1284, 1286,
                                                         1919, 1920, 2048, 2050, 3840, 4096, 4100};
 
-// In a small run: widths apart by a number that is prime to every block, and few named ones.
+// In a small run: widths apart by a number that is prime to every block.
 constexpr std::uint32_t kSmallStep = 11;
-constexpr std::size_t kSmallNamedStep = 2;
 
 bool IsWanted(const Pair& pair) {
   const Options& options = TheOptions();
@@ -44,6 +43,21 @@ std::string WithSeparators(std::size_t number) {
     text += digits[i];
   }
   return text;
+}
+
+std::size_t PictureCount(const Plan& plan) {
+  return kContents.size() * plan.repeats;
+}
+
+// The last picture is a row alone.
+std::size_t RowCount(const Plan& plan, std::uint32_t width, std::size_t picture) {
+  if (picture + 1 == PictureCount(plan)) return 1;
+  return width <= kWidestOfAll ? plan.rows : plan.rowsOfNamedWidths;
+}
+
+std::uint32_t SmallestWidthOf(const Conversion& conversion) {
+  return std::max(
+      reference::SmallestLegalWidth(conversion.source->code, conversion.destination->code), 1u);
 }
 
 std::string_view NameOf(Effort effort) {
@@ -85,29 +99,40 @@ std::vector<Conversion> AllConversions() {
   return all;
 }
 
+std::optional<std::string> ProblemOf(const Options& options) {
+  const std::vector<Conversion> wanted = AllConversions();
+  if (wanted.empty()) {
+    return "there is no conversion from '" + options.source + "' to '" + options.destination +
+           "': the names of formats are those of the catalogue, as in --pair=BGRA:ay10";
+  }
+  if (!options.width) return std::nullopt;
+  for (const Conversion& conversion : wanted) {
+    if (*options.width < SmallestWidthOf(conversion)) {
+      return "--width=" + std::to_string(*options.width) + " is too narrow for " +
+             Describe(conversion) + ", which begins at " +
+             std::to_string(SmallestWidthOf(conversion));
+    }
+  }
+  return std::nullopt;
+}
+
 std::vector<std::uint32_t> WidthsOf(const Conversion& conversion, const Plan& plan) {
   if (TheOptions().width) return {*TheOptions().width};
-  const bool small = plan.effort == Effort::kSmall;
-  const std::uint32_t smallest = std::max(
-      reference::SmallestLegalWidth(conversion.source->code, conversion.destination->code), 1u);
+  const std::uint32_t step = plan.effort == Effort::kSmall ? kSmallStep : 1;
   std::vector<std::uint32_t> widths;
-  for (std::uint32_t w = smallest; w <= kWidestOfAll; w += small ? kSmallStep : 1) {
+  for (std::uint32_t w = SmallestWidthOf(conversion); w <= kWidestOfAll; w += step)
     widths.push_back(w);
-  }
-  for (std::size_t i = 0; i < kNamedWidths.size(); i += small ? kSmallNamedStep : 1) {
-    widths.push_back(kNamedWidths[i]);
-  }
+  widths.insert(widths.end(), kNamedWidths.begin(), kNamedWidths.end());
   return widths;
 }
 
 std::vector<Picture> PicturesOf(const Conversion& conversion, std::uint32_t width,
                                 const Plan& plan) {
-  const std::size_t rows = width <= kWidestOfAll ? plan.rows : plan.rowsOfNamedWidths;
   std::vector<Picture> pictures;
-  for (std::size_t i = 0; i < kContents.size() * plan.repeats; ++i) {
+  for (std::size_t i = 0; i < PictureCount(plan); ++i) {
     Random random(SeedOf(conversion, width, i));
     Rows source;
-    for (std::size_t row = 0; row < rows; ++row) {
+    for (std::size_t row = 0; row < RowCount(plan, width, i); ++row) {
       const Content content = kContents[i % kContents.size()].content;
       source.push_back(MakeRow(*conversion.source, width, content, random));
     }
@@ -127,18 +152,16 @@ std::vector<Layout> LayoutsOf(std::uint32_t width, std::size_t picture, const Pl
 Totals Count(const Plan& plan, const std::vector<Conversion>& conversions) {
   Totals totals;
   std::set<std::pair<PixelFormatCode, PixelFormatCode>> pairs;
-  const std::size_t pictures = kContents.size() * plan.repeats;
   for (const Conversion& conversion : conversions) {
     pairs.emplace(conversion.source->code, conversion.destination->code);
     ++totals.conversions;
     for (const std::uint32_t width : WidthsOf(conversion, plan)) {
       ++totals.widths;
-      const std::size_t rows = width <= kWidestOfAll ? plan.rows : plan.rowsOfNamedWidths;
-      for (std::size_t i = 0; i < pictures; ++i) {
+      for (std::size_t i = 0; i < PictureCount(plan); ++i) {
         // Every check converts twice.
         const std::size_t calls = 2 * LayoutsOf(width, i, plan).size();
         totals.calls += calls;
-        totals.pixels += calls * rows * width;
+        totals.pixels += calls * RowCount(plan, width, i) * width;
       }
     }
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,9 @@ Plan ThePlan();
 /// Every supported pair, those that depend on the colour space once for each. A converter that the
 /// lookup does not give is null.
 std::vector<Conversion> AllConversions();
+
+/// What is wrong with options that restrict the proof to something that does not exist.
+std::optional<std::string> ProblemOf(const Options& options);
 
 /// The legal widths to compare for a conversion: 1 to 300, and widths that are of use or special.
 std::vector<std::uint32_t> WidthsOf(const Conversion& conversion, const Plan& plan);

@@ -125,14 +125,25 @@ TEST(WorkedAy10, RedAndGreenComeBackOneLower) {
 }
 
 TEST(WorkedAy10, AlphaIsScaledToTheVideoRange) {
-  EXPECT_EQ(WidenAlpha(0), 64);
-  EXPECT_EQ(WidenAlpha(128), 503);
-  EXPECT_EQ(WidenAlpha(255), 940);
-  EXPECT_EQ(NarrowAlpha(0), 0);
-  EXPECT_EQ(NarrowAlpha(64), 0);
-  EXPECT_EQ(NarrowAlpha(939), 254);
-  EXPECT_EQ(NarrowAlpha(940), 255);
-  EXPECT_EQ(NarrowAlpha(1023), 255);
+  for (const auto& [alpha, expected] : {std::pair{0, 64u}, {128, 503u}, {255, 940u}}) {
+    const Bytes row = Repeated({0, 0, 0, static_cast<std::uint8_t>(alpha)}, 4);
+    EXPECT_EQ(BigEndianWords(Convert("BGRA", "ay10", 0, 4, row))[0] >> 20, expected) << alpha;
+  }
+  for (const auto& [alpha, expected] :
+       {std::pair{0, 0}, {64, 0}, {939, 254}, {940, 255}, {1023, 255}}) {
+    const Bytes row = YuvRow(
+        "ay10", std::vector<reference::PixelPair>(4, {{512, 512}, {64, 64}, {alpha, alpha}}));
+    EXPECT_EQ(Convert("ay10", "BGRA", 0, 8, row)[3], expected) << alpha;
+  }
+}
+
+TEST(WorkedAy10, ChromaOfEightBitColoursNeverReaches960) {
+  for (const Bytes& bgra : {Bytes{255, 0, 0, 255}, {0, 0, 255, 255}}) {
+    for (ColourSpaceIndex space = 0; space < 2; ++space) {
+      const auto words = BigEndianWords(Convert("BGRA", "ay10", space, 4, Repeated(bgra, 4)));
+      EXPECT_EQ(std::max(words[0] >> 10 & 1023, words[1] >> 10 & 1023), 959u);
+    }
+  }
 }
 
 TEST(WorkedAy10, AllAlphaValuesGoThereAndBack) {

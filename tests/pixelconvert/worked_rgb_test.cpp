@@ -154,6 +154,13 @@ TEST(WorkedTenBit, VideoToEightBits) {
   }
 }
 
+TEST(WorkedTenBit, TheLetterAloneTellsTheRule) {
+  const Bytes row = RgbRow("R10L", {{502, 940, 68, 0}});
+  EXPECT_EQ(row, RgbRow("R10l", {{502, 940, 68, 0}}));
+  EXPECT_EQ(Convert("R10L", "BGRA", 1, row), (Bytes{17, 235, 125, 255}));
+  EXPECT_EQ(Convert("R10l", "BGRA", 1, row), (Bytes{1, 255, 127, 255}));
+}
+
 TEST(WorkedTenBit, R10ASourceAlphaIsNeverRead) {
   for (const auto& pair : reference::SupportedPairs()) {
     if (pair.source->name != "R10A" || pair.destination->kind == reference::Kind::kYuv) continue;

@@ -225,10 +225,16 @@ TEST(WorkedTwelveBitToYuv, TheFirstChromaSiteOfEachGroupIsOneBelow) {
 }
 
 TEST(WorkedTwelveBitToYuv, WhiteIs943InV210) {
-  const Bytes row = Convert("R12L", "v210", 0, 24,
-                            RgbRow("R12L", std::vector<Colour>(24, {4095, 4095, 4095, 0})));
-  for (const PixelPair& pair : YuvOf("v210", row))
-    EXPECT_EQ(pair.y[0], 943);
+  const std::vector<Colour> white(24, {4095, 4095, 4095, 0});
+  for (const char* source : {"R12L", "R12B"}) {
+    for (ColourSpaceIndex space = 0; space < 2; ++space) {
+      for (const PixelPair& pair :
+           YuvOf("v210", Convert(source, "v210", space, 24, RgbRow(source, white)))) {
+        EXPECT_EQ(pair.y[0], 943) << source << ", colour space " << space;
+        EXPECT_EQ(pair.y[1], 943) << source << ", colour space " << space;
+      }
+    }
+  }
 }
 
 TEST(WorkedTwelveBitToYuv, ThePaddingOfTheLastSourceGroupIsPartOfAnOddRow) {

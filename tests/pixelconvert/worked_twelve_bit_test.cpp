@@ -54,9 +54,16 @@ TEST(WorkedTwelveBit, AllEightBitValuesWiden) {
       EXPECT_EQ(RgbOf(destination, row, 1)[0].g, 4095 * v / 255);
     }
   }
+}
+
+TEST(WorkedTwelveBit, SomeEightBitValuesWidenTo) {
   for (const auto& [v, expected] :
        {std::pair{1, 16}, {2, 32}, {127, 2039}, {128, 2055}, {254, 4078}, {255, 4095}}) {
-    EXPECT_EQ(4095 * v / 255, expected);
+    const auto byte = static_cast<std::uint8_t>(v);
+    for (const char* destination : {"R12L", "R12B"}) {
+      const Bytes row = Convert("BGRA", destination, 1, {byte, byte, byte, 7});
+      EXPECT_EQ(RgbOf(destination, row, 1)[0].r, expected) << v;
+    }
   }
 }
 

@@ -98,7 +98,8 @@ std::string RepeatArguments(std::string_view source, std::string_view destinatio
                             std::uint32_t width) {
   return std::string(EffortArgument(TheOptions().effort)) +
          "--seed=" + std::to_string(TheOptions().seed) + " --pair=" + std::string(source) + ":" +
-         std::string(destination) + " --width=" + std::to_string(width) + " '--gtest_filter=*Proof*'";
+         std::string(destination) + " --width=" + std::to_string(width) +
+         " '--gtest_filter=*Proof*'";
 }
 
 }  // namespace mixdecks::proof

@@ -9,9 +9,8 @@ namespace mixdecks::proof {
 
 /// How much is compared. The default takes every width, content and layout with one another.
 /// `kFull` does so with four times the pictures, and taller ones. `kSmall` is for slow surroundings
-/// (sanitizers, Windows, an emulated processor) and compares about a hundredth of the default:
-/// every eleventh width, a third of the pictures, four layouts of nine, and of the exhaustive tests
-/// every 37th picture.
+/// (sanitizers, Windows, an emulated processor): the named widths and of the others every eleventh,
+/// a third of the pictures, four layouts of nine, and of the exhaustive tests every 37th picture.
 enum class Effort { kSmall, kDefault, kFull };
 
 struct Options {
