@@ -24,4 +24,8 @@ class FileOperations {
 /// The system's own.
 FileOperations& SystemFileOperations() noexcept;
 
+/// When a file was written last, as finely as its file system counts, which the standard library
+/// does not on every system; of use only to be compared. 0 for a file that is not there.
+std::uint64_t LastWriteCount(const std::filesystem::path& file) noexcept;
+
 }  // namespace mixdecks::simulator

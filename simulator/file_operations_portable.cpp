@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -69,6 +70,14 @@ class PortableFileOperations final : public FileOperations {
 FileOperations& SystemFileOperations() noexcept {
   static PortableFileOperations operations;
   return operations;
+}
+
+std::uint64_t LastWriteCount(const path& file) noexcept {
+  struct stat status = {};
+  if (stat(file.c_str(), &status) != 0) return 0;
+  constexpr std::uint64_t perSecond = 1'000'000'000;
+  return static_cast<std::uint64_t>(status.st_mtim.tv_sec) * perSecond +
+         static_cast<std::uint64_t>(status.st_mtim.tv_nsec);
 }
 
 }  // namespace mixdecks::simulator

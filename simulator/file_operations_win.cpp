@@ -67,4 +67,11 @@ FileOperations& SystemFileOperations() noexcept {
   return operations;
 }
 
+std::uint64_t LastWriteCount(const path& file) noexcept {
+  WIN32_FILE_ATTRIBUTE_DATA attributes = {};
+  GetFileAttributesExW(file.c_str(), GetFileExInfoStandard, &attributes);
+  const FILETIME& time = attributes.ftLastWriteTime;
+  return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+}
+
 }  // namespace mixdecks::simulator

@@ -1,5 +1,6 @@
 #include "tools/export/pool_change.h"
 
+#include "simulator/file_operations.h"
 #include "tools/user_error.h"
 
 namespace mixdecks {
@@ -26,8 +27,7 @@ PoolSnapshot TakeSnapshot(const fs::path& pool) {
   for (std::uint32_t slot = 0; slot < snapshot.contents.slots.size(); ++slot) {
     const bool used = snapshot.contents.slots[slot].has_value();
     snapshot.written.push_back(
-        used ? fs::last_write_time(pool / simulator::FrameFileName(slot), ignored)
-             : fs::file_time_type());
+        used ? simulator::LastWriteCount(pool / simulator::FrameFileName(slot)) : 0);
   }
   return snapshot;
 }

@@ -13,8 +13,8 @@ namespace mixdecks {
 /// A pool at one moment.
 struct PoolSnapshot {
   simulator::PoolContents contents;
-  /// When the frame of each slot was written; a default time for an empty slot.
-  std::vector<std::filesystem::file_time_type> written;
+  /// When the frame of each slot was written, 0 for an empty slot.
+  std::vector<std::uint64_t> written;
 };
 
 /// A folder without a pool gives an empty one. Throws `UserError` when the pool is damaged.
