@@ -90,10 +90,10 @@ Bytes PackRow(const Bytes& row) {
   return packed;
 }
 
-void WritePackedPicture(ByteWriter& writer, const PsdSpec& spec) {
-  const std::size_t rowBytes = spec.width * static_cast<std::size_t>(spec.depth / 8);
+void WritePackedPicture(ByteWriter& writer, const PsdRecipe& recipe) {
+  const std::size_t rowBytes = recipe.width * static_cast<std::size_t>(recipe.depth / 8);
   Bytes rows;
-  for (const Bytes& channel : spec.channels) {
+  for (const Bytes& channel : recipe.channels) {
     for (std::size_t at = 0; at < channel.size(); at += rowBytes) {
       const auto from = channel.begin() + static_cast<std::ptrdiff_t>(at);
       const Bytes packed = PackRow(Bytes(from, from + static_cast<std::ptrdiff_t>(rowBytes)));
@@ -104,9 +104,9 @@ void WritePackedPicture(ByteWriter& writer, const PsdSpec& spec) {
   writer.Raw(rows);
 }
 
-Bytes LayerSection(const PsdSpec& spec) {
-  const std::uint32_t count = spec.transparency ? 0xFFFF : 1;
-  if (spec.depth == 8) return ByteWriter().Big32(2).Big16(count).Done();
+Bytes LayerSection(const PsdRecipe& recipe) {
+  const std::uint32_t count = recipe.transparency ? 0xFFFF : 1;
+  if (recipe.depth == 8) return ByteWriter().Big32(2).Big16(count).Done();
   // No layers in the usual place and no global mask; then the tagged block of 16-bit documents.
   return ByteWriter().Big32(0).Big32(0).Text("8BIMLr16").Big32(2).Big16(count).Done();
 }
@@ -169,12 +169,13 @@ Bytes PngFile(std::uint32_t width, std::uint32_t height, int colourType, int dep
   return writer.Raw(PngChunk("IEND", {})).Done();
 }
 
-Bytes PsdFile(const PsdSpec& spec) {
+Bytes PsdFile(const PsdRecipe& recipe) {
   ByteWriter writer;
   writer.Text("8BPS").Big16(1).Big32(0).Big16(0);
-  writer.Big16(static_cast<std::uint32_t>(spec.channels.size()));
-  writer.Big32(spec.height).Big32(spec.width);
-  writer.Big16(static_cast<std::uint32_t>(spec.depth)).Big16(static_cast<std::uint32_t>(spec.mode));
+  writer.Big16(static_cast<std::uint32_t>(recipe.channels.size()));
+  writer.Big32(recipe.height).Big32(recipe.width);
+  writer.Big16(static_cast<std::uint32_t>(recipe.depth))
+      .Big16(static_cast<std::uint32_t>(recipe.mode));
   writer.Big32(0);  // palette
   const Bytes version = ByteWriter()
                             .Text("8BIM")
@@ -182,17 +183,17 @@ Bytes PsdFile(const PsdSpec& spec) {
                             .Big16(0)
                             .Big32(5)
                             .Big32(1)
-                            .Byte(spec.mergedPicture ? 1 : 0)
+                            .Byte(recipe.mergedPicture ? 1 : 0)
                             .Byte(0)
                             .Done();
   writer.Big32(static_cast<std::uint32_t>(version.size())).Raw(version);
-  const Bytes layers = LayerSection(spec);
+  const Bytes layers = LayerSection(recipe);
   writer.Big32(static_cast<std::uint32_t>(layers.size())).Raw(layers);
-  writer.Big16(spec.packed ? 1 : 0);
-  if (spec.packed) {
-    WritePackedPicture(writer, spec);
+  writer.Big16(recipe.packed ? 1 : 0);
+  if (recipe.packed) {
+    WritePackedPicture(writer, recipe);
   } else {
-    for (const Bytes& channel : spec.channels)
+    for (const Bytes& channel : recipe.channels)
       writer.Raw(channel);
   }
   return writer.Done();

@@ -39,7 +39,7 @@ Bytes PngFile(std::uint32_t width, std::uint32_t height, int colourType, int dep
 /// One chunk of a PNG, checksum included.
 Bytes PngChunk(std::string_view type, const Bytes& data);
 
-struct PsdSpec {
+struct PsdRecipe {
   std::uint32_t width = 1;
   std::uint32_t height = 1;
   int depth = 8;
@@ -49,7 +49,7 @@ struct PsdSpec {
   bool transparency = false;    ///< the first channel after the colours is transparency
   bool mergedPicture = true;    ///< whether the file says that the merged picture is real
 };
-Bytes PsdFile(const PsdSpec& spec);
+Bytes PsdFile(const PsdRecipe& recipe);
 
 /// 24 bits per pixel, from RGB samples, rows top down.
 Bytes BmpFile(std::uint32_t width, std::uint32_t height, const Bytes& rgb);

@@ -123,17 +123,17 @@ TEST(PictureTest, KeepsSixteenBitsOnTheHostsScale) {
 }
 
 TEST(PictureTest, TellsTransparencyOfAPsdFromSavedAlphaChannels) {
-  test::PsdSpec spec{.channels = {{10}, {20}, {30}, {255}, {7}}};
-  HostDocument document = DecodePicture(test::PsdFile(spec)).document;
+  test::PsdRecipe recipe{.channels = {{10}, {20}, {30}, {255}, {7}}};
+  HostDocument document = DecodePicture(test::PsdFile(recipe)).document;
   EXPECT_FALSE(document.transparency);
   ASSERT_EQ(document.extraAlpha.size(), 2u);
   EXPECT_THAT(Samples8(document.extraAlpha[1]), ElementsAre(7));
 
   for (const int depth : {8, 16}) {
-    spec.depth = depth;
-    spec.transparency = true;
-    if (depth == 16) spec.channels = {{0, 0}, {0, 0}, {0, 0}, {0xFF, 0xFF}, {0, 0}};
-    document = DecodePicture(test::PsdFile(spec)).document;
+    recipe.depth = depth;
+    recipe.transparency = true;
+    if (depth == 16) recipe.channels = {{0, 0}, {0, 0}, {0, 0}, {0xFF, 0xFF}, {0, 0}};
+    document = DecodePicture(test::PsdFile(recipe)).document;
     ASSERT_TRUE(document.transparency) << depth;
     EXPECT_EQ(document.extraAlpha.size(), 1u) << depth;
     EXPECT_EQ(document.planes, 5);
