@@ -1,9 +1,14 @@
 // Takes the pictures of the documentation: the dialogs' states, from the built library.
 //
 //   take_screenshots FOLDER
+//
+// Fails, having said why, when a dialog did not come into the state that the picture is to show.
+#include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <utility>
 
 #include "dialog/window_messages.h"
 #include "tests/e2e/preferences_key.h"
@@ -24,8 +29,12 @@ HostDocument LowerThird() {
   return document;
 }
 
+bool WaitUntilVisible(HWND window) {
+  return WaitFor([&] { return IsWindowVisible(window) != FALSE; });
+}
+
 void Save(const std::filesystem::path& file, const std::vector<HWND>& windows) {
-  WaitFor([&] { return IsWindowVisible(windows.front()) != FALSE; });
+  EXPECT_TRUE(WaitUntilVisible(windows.front())) << file;
   WritePng(file, TakeSettledPicture(windows));
   std::printf("%s\n", file.filename().string().c_str());
 }
@@ -49,19 +58,65 @@ void TakeBadAddress(const std::filesystem::path& folder) {
   });
 }
 
+/// A media pool as it looks in the middle of a production.
+constexpr std::pair<std::uint32_t, const char16_t*> kStills[] = {
+    {0, u"Station logo"}, {1, u"Please stand by"}, {2, u"Opening title"}, {4, u"Score"}};
+
+void StoreStills(simulator::SwitcherSimulator& simulator) {
+  const std::vector<std::uint8_t> frame = ExpectedFrame(BusyPicture(1920, 1080), false, false);
+  for (const auto& [slot, name] : kStills)
+    simulator.StoreStill(slot, name, frame);
+}
+
+bool WaitUntilListed(DialogDriver& dialog) {
+  return dialog.WaitUntilConnected() && dialog.WaitUntil("all slots are listed", [&] {
+    const std::vector<std::u16string> slots = dialog.Slots();
+    return slots.size() == 20 && std::ranges::all_of(kStills, [&](const auto& still) {
+             return slots[still.first].ends_with(still.second);
+           });
+  });
+}
+
 void TakeConnected(const std::filesystem::path& folder) {
   Session session({}, LowerThird());
-  const std::vector<std::uint8_t> frame = ExpectedFrame(BusyPicture(1920, 1080), false, false);
-  session.simulator.StoreStill(2, u"Opening title", frame);
+  StoreStills(session.simulator);
   session.Start([&](DialogDriver& dialog) {
-    if (!dialog.WaitUntilConnected()) return;
-    dialog.WaitUntil("all slots are listed", [&] {
-      const std::vector<std::u16string> slots = dialog.Slots();
-      return slots.size() == 20 && slots[2] == u"3. Opening title";
-    });
+    if (!WaitUntilListed(dialog)) return;
     dialog.ChooseSlot(2);
     Save(folder / "dialog-connected.png", {dialog.Window()});
   });
+}
+
+/// Opens the box's list and waits until it stands on the screen, which is later than it is visible.
+bool DropList(HWND box) {
+  RECT closedBox{};
+  GetWindowRect(box, &closedBox);
+  RECT list{};
+  SendMessageW(box, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&list));
+  list.top = closedBox.bottom;
+  const ScreenPicture closed = TakeScreenPicture(list);
+  SendMessageW(box, CB_SHOWDROPDOWN, TRUE, 0);
+  return WaitFor([&] { return !(TakeScreenPicture(list) == closed); });
+}
+
+void TakeSlots(const std::filesystem::path& folder) {
+  Session session({}, LowerThird());
+  StoreStills(session.simulator);
+  session.Start([&](DialogDriver& dialog) {
+    if (!WaitUntilListed(dialog) || !WaitUntilVisible(dialog.Window())) return;
+    const HWND box = dialog.Control(kSlotList);
+    // A list that drops before its box has the focus is closed again.
+    SendMessageW(dialog.Window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(box), TRUE);
+    TakeSettledPicture({dialog.Window()});
+    EXPECT_TRUE(DropList(box));
+    Save(folder / "dialog-slots.png", {dialog.Window()});
+    SendMessageW(box, CB_SHOWDROPDOWN, FALSE, 0);
+  });
+}
+
+/// The status at the longest, which then stays for half a second.
+void WaitForLastDot(DialogDriver& dialog) {
+  dialog.WaitUntil("it exports", [&] { return dialog.Text(kStatusLine) == u"Exporting..."; });
 }
 
 void TakeExporting(const std::filesystem::path& folder) {
@@ -72,7 +127,7 @@ void TakeExporting(const std::filesystem::path& folder) {
   session.Start([&](DialogDriver& dialog) {
     if (!dialog.WaitUntilConnected()) return;
     dialog.Press(kExportButton);
-    dialog.WaitUntil("it exports", [&] { return dialog.Text(kStatusLine) == u"Exporting..."; });
+    WaitForLastDot(dialog);
     Save(folder / "dialog-exporting.png", {dialog.Window()});
     taken = true;
     dialog.WaitUntilClosed();
@@ -87,6 +142,7 @@ void TakeMessageBox(const std::filesystem::path& folder) {
     if (!dialog.WaitUntilConnected()) return;
     dialog.Press(kExportButton);
     if (const std::optional<MessageBoxView> box = dialog.WaitForBox()) {
+      WaitForLastDot(dialog);
       Save(folder / "dialog-message-box.png", {dialog.Window(), box->window});
       dialog.Answer(*box);
     }
@@ -113,10 +169,10 @@ int main(int count, char** arguments) {
     return 2;
   }
   const std::filesystem::path folder = arguments[1];
-  for (const auto take : {TakeNoCommunication, TakeBadAddress, TakeConnected, TakeExporting,
-                          TakeMessageBox, TakeAboutBox}) {
+  for (const auto take : {TakeNoCommunication, TakeBadAddress, TakeConnected, TakeSlots,
+                          TakeExporting, TakeMessageBox, TakeAboutBox}) {
     DeletePreferencesKey();
     take(folder);
   }
-  return 0;
+  return testing::UnitTest::GetInstance()->Failed() ? 1 : 0;
 }
