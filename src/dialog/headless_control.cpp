@@ -8,6 +8,7 @@ namespace mixdecks {
 namespace {
 
 constexpr std::intptr_t kListError = -1;
+constexpr char16_t kDelete = 0x7F;
 
 const char16_t* TextParameter(std::intptr_t second) {
   return second == 0 ? u"" : reinterpret_cast<const char16_t*>(second);
@@ -106,7 +107,7 @@ bool HeadlessControl::TypeKey(char16_t character) {
     text.pop_back();
     return true;
   }
-  if (text.size() >= limit) return false;
+  if (character < u' ' || character == kDelete || text.size() >= limit) return false;
   text += character;
   return true;
 }

@@ -21,7 +21,8 @@ class HeadlessControl {
   /// Answers a message. Other messages give 0.
   std::intptr_t Answer(std::uint32_t message, std::uintptr_t first, std::intptr_t second);
 
-  /// A key typed at the end of the text; false when mask or limit refuse it.
+  /// A key typed at the end of the text; false when mask or limit refuse it, or when it is no
+  /// character.
   bool TypeKey(char16_t character);
   /// Pastes over the whole text, up to the limit.
   void PasteOver(std::u16string_view pasted);

@@ -103,6 +103,7 @@ void DialogRig::Open() {
                                                std::uintptr_t first, std::intptr_t second) {
     return exportDialog.ExportDialogProc(window, message, first, second);
   });
+  if (placement) dialog->placement = *placement;
   EXPECT_EQ(dialog->Send(kWmInitDialog, 0, reinterpret_cast<std::intptr_t>(&globals)), 1);
 }
 

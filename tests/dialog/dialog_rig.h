@@ -80,6 +80,7 @@ class DialogRig {
   ExportDialogServices services;
   ExportDialog exportDialog{state, services};
   std::optional<HeadlessDialog> dialog;
+  std::optional<DialogPlacement> placement;  ///< of the next dialogs, if not the usual one
 
   PlatformRecord platform{};
   ExportRecord record{};

@@ -12,6 +12,7 @@
 #include "dialog/export_dialog.h"
 #include "dialog/text_conversion.h"
 #include "dialog/window_messages.h"
+#include "tests/platform/box_answerer.h"
 #include "transfer/image_scaler.h"
 
 namespace mixdecks {
@@ -36,6 +37,23 @@ bool ScalerIsReady() {
   constexpr std::array<std::uint8_t, 4> kSource{};
   std::array<std::uint8_t, 16> destination{};
   return DrawScaledImage(kSource.data(), 1, 1, destination.data(), 2, 2, {0, 0, 2, 2});
+}
+
+/// What the fixture's dialog keeps; its switcher side comes from a plain function.
+const ExportDialogState* watchedState = nullptr;
+
+/// What there is of an open dialog at this step.
+std::string Beside() {
+  std::string all;
+  const auto add = [&](bool exists, const char* what) {
+    if (exists) all += (all.empty() ? " beside " : ", ") + std::string(what);
+  };
+  add(ScalerIsReady(), "scaler");
+  add(watchedState->exportControl != nullptr, "control");
+  add(watchedState->uiHandler != nullptr, "handler");
+  add(watchedState->exportListener != nullptr, "listener");
+  add(static_cast<bool>(watchedState->switcherAddress), "address");
+  return all;
 }
 
 /// A window that writes down what it is asked and reports a text that is set in an edit.
@@ -77,7 +95,7 @@ class WrittenWindow final : public WindowOperations {
     if (message != kWmApp) steps.push_back("message " + std::to_string(message) + " posted");
   }
   void End(std::intptr_t result) override {
-    steps.push_back("ended with " + std::to_string(result));
+    steps.push_back("ended with " + std::to_string(result) + Beside());
   }
   void SetTextColour(std::uintptr_t, std::uint32_t) override {}
   std::intptr_t DeviceContextBrush() override { return 0; }
@@ -128,7 +146,7 @@ class WrittenWindow final : public WindowOperations {
 class WrittenPreferences final : public PreferencesStore {
  public:
   bool Open() override {
-    steps.emplace_back("preferences opened");
+    steps.push_back("preferences opened" + Beside());
     return true;
   }
   void Close() override { steps.emplace_back("preferences closed"); }
@@ -153,7 +171,7 @@ class WrittenSwitcher final : public SwitcherSide {
 
  private:
   static void Write(const std::string& what) {
-    steps.push_back("switcher side " + what + (ScalerIsReady() ? "" : " without a scaler"));
+    steps.push_back("switcher side " + what + Beside());
   }
 };
 
@@ -195,6 +213,7 @@ Steps Connected(int slot) {
 
 class DialogSteps : public ::testing::Test {
  protected:
+  void SetUp() override { watchedState = &state; }
   void Open() {
     record.fileName[0] = 3;
     record.fileName[1] = record.fileName[2] = record.fileName[3] = 'a';
@@ -204,6 +223,7 @@ class DialogSteps : public ::testing::Test {
   void TearDown() override {
     if (state.exportControl != nullptr) Close();
     steps.clear();
+    watchedState = nullptr;
   }
   UICommandHandler& handler() { return *state.uiHandler; }
 
@@ -221,25 +241,41 @@ TEST_F(DialogSteps, OfOpening) {
   state.premultiplyAlpha = false;
   state.afterExportChoice = 2;
   Open();
-  EXPECT_THAT(TakeSteps(),
-              ElementsAreArray(Joined({{"switcher side created", "preferences opened",
-                                        "Address read", "StillIndex read", "preferences closed",
-                                        "1007 text '192.168.10.240'", "1007 read up to 63"},
-                                       Disconnected(),
-                                       {"1007 limited to 15", "1007 allows 12", "1020 checked 0",
-                                        "1014 checked 1", "1010 text 'aaa'", "placed"},
-                                       Disconnected()})));
+  EXPECT_THAT(
+      TakeSteps(),
+      ElementsAreArray(Joined({{"switcher side created beside scaler",
+                                "preferences opened beside scaler, control, handler, listener",
+                                "Address read", "StillIndex read", "preferences closed",
+                                "1007 text '192.168.10.240'", "1007 read up to 63"},
+                               Disconnected(),
+                               {"1007 limited to 15", "1007 allows 12", "1020 checked 0",
+                                "1014 checked 1", "1010 text 'aaa'", "placed"},
+                               Disconnected()})));
 }
 
 TEST_F(DialogSteps, OfClosing) {
   Open();
   TakeSteps();
   Close();
-  EXPECT_THAT(TakeSteps(),
-              ElementsAreArray({"preferences opened", "Address written: type 1, 28 bytes",
-                                "StillIndex written: type 4, 4 bytes", "preferences closed",
-                                "switcher side destroyed", "ended with 0"}));
-  EXPECT_FALSE(ScalerIsReady());
+  EXPECT_THAT(
+      TakeSteps(),
+      ElementsAreArray({"preferences opened beside scaler, control, handler, listener, address",
+                        "Address written: type 1, 28 bytes", "StillIndex written: type 4, 4 bytes",
+                        "preferences closed",
+                        "switcher side destroyed beside scaler, handler, listener, address",
+                        "ended with 0"}))
+      << "everything is gone at the end";
+}
+
+TEST_F(DialogSteps, OfOpeningWithoutTheService) {
+  services.control.createSwitcherSide =
+      [](ExportGlobals*, ExportControl&) -> std::unique_ptr<SwitcherSide> { throw 1; };
+  const auto boxes = testing::AnswerBoxes([&] { Open(); });
+  EXPECT_EQ(boxes.size(), testing::CanShowBoxes() ? 1U : 0U);
+  EXPECT_THAT(TakeSteps(), ElementsAreArray({"preferences opened beside scaler",
+                                             "StillIndex written: type 4, 4 bytes",
+                                             "preferences closed", "ended with 0"}))
+      << "nothing is loaded, nothing is filled in";
 }
 
 TEST_F(DialogSteps, OfStartingAnExport) {

@@ -61,6 +61,42 @@ TEST_F(Dialog, OpensOverTheMiddle) {
   EXPECT_EQ(rig.dialog->top, (1080 - rig.dialog->placement.height) / 3);
 }
 
+TEST_F(Dialog, OpensOverAHostOnTheScreenToTheLeft) {
+  rig.placement = DialogPlacement{.parentLeft = -1920,
+                                  .parentTop = -200,
+                                  .parentRight = -920,
+                                  .parentBottom = 400,
+                                  .width = 400,
+                                  .height = 300,
+                                  .captionButtonWidth = 18,
+                                  .screenWidth = 1920,
+                                  .screenHeight = 1080};
+  rig.Open();
+  EXPECT_EQ(rig.dialog->left, -1920 + 300 - 12);
+  EXPECT_EQ(rig.dialog->top, -200 + 100);
+}
+
+TEST_F(Dialog, ProposesANameForAnyDocument) {
+  struct {
+    std::string fileName;
+    std::u16string stillName;
+  } const cases[] = {{"", u""},
+                     {"no dot", u"no dot"},
+                     {".psd", u""},
+                     {"C:\\a.b\\Lower third.v2.psd", u"Lower third"},
+                     {"C:\\" + std::string(240, 'd') + "\\name.psd", u"name"},
+                     {std::string(254, 'x'), std::u16string(254, u'x')},
+                     {std::string(255, 'x'), std::u16string(254, u'x')},
+                     {std::string(250, 'x') + ".psd", std::u16string(250, u'x')},
+                     {std::string(251, 'x') + ".psd", std::u16string(251, u'x')}};
+  for (const auto& each : cases) {
+    rig.SetFileName(each.fileName);
+    rig.Open();
+    EXPECT_EQ(rig.dialog->Control(kNameEdit).text, each.stillName) << each.fileName;
+    rig.Close();
+  }
+}
+
 TEST_F(Dialog, MasksAndLimitsTheAddress) {
   rig.Open();
   rig.dialog->Type(kAddressEdit, std::u16string(20, u'\b'));

@@ -44,6 +44,25 @@ TEST_F(Dialog, ExportsToNoPlayerAndToNoSlot) {
   EXPECT_TRUE(rig.script.Exports()[0].premultiply);
 }
 
+TEST_F(Dialog, ExportsToACheckedPlayerThatTheSwitcherLacks) {
+  rig.state.afterExportChoice = 4;
+  rig.OpenConnected(20, 1);
+  EXPECT_FALSE(rig.IsEnabled(kMediaPlayer4Radio));
+  rig.dialog->Click(kExportButton);
+  ASSERT_TRUE(rig.script.WaitForExports(1));
+  EXPECT_EQ(rig.script.Exports()[0].mediaPlayer, 3);
+}
+
+TEST_F(Dialog, ExportsTheNameThatStandsThereAtThePress) {
+  rig.OpenConnected();
+  rig.dialog->PasteOver(kNameEdit, u"first");
+  rig.dialog->Type(kNameEdit, u"\b\b\b\b\bsecond");
+  rig.dialog->Click(kExportButton);
+  rig.dialog->SendToControl(kNameEdit, kWmSetText, 0, reinterpret_cast<std::intptr_t>(u"third"));
+  ASSERT_TRUE(rig.script.WaitForExports(1));
+  EXPECT_EQ(rig.script.Exports()[0].name, u"second");
+}
+
 TEST_F(Dialog, ExportsNamesOfEveryLength) {
   constexpr std::size_t kLongest = 254;  // 255 with the terminator, as the message counts
   const std::u16string names[] = {
@@ -51,6 +70,7 @@ TEST_F(Dialog, ExportsNamesOfEveryLength) {
       u"\xD83D\xDE00",
       std::u16string(kLongest, u'x'),
       std::u16string(kLongest + 1, u'x'),
+      std::u16string(kLongest + 2, u'x'),
       std::u16string(300, u'x'),
       std::u16string(kLongest - 1, u'x') + u"\xD83D\xDE00",  // cut between its halves
   };

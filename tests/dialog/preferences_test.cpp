@@ -86,12 +86,38 @@ TEST_F(Preferences, TakeAValueOfNoBytesForNone) {
   EXPECT_EQ(state.stillIndex, 0);
 }
 
-TEST_F(Preferences, SurviveValuesOfTheWrongKind) {
-  store.values[kStillIndexPreference] = {PreferenceType::kText, BytesOf(u"a long text", 22)};
-  EXPECT_EQ(LoadedAddress(), kDefaultAddress);
-  EXPECT_EQ(state.stillIndex, 0) << "too long for a number";
-  store.values[kAddressPreference] = {PreferenceType::kNumber, BytesOf("abc", 3)};
-  EXPECT_EQ(LoadedAddress().size(), 1U) << "half a unit is none";
+TEST_F(Preferences, MakeWhatTheyCanOfAnyBytes) {
+  struct {
+    std::string bytes;
+    std::u16string address;
+    std::int32_t index;
+  } const cases[] = {
+      {"", kDefaultAddress, 0},
+      {"1", u"", 0x31},
+      {{"1\0", 2}, u"1", 0x31},
+      {"abc", u"\x6261", 0x636261},
+      {{"\x01\x02\x03\x04", 4}, u"\x0201\x0403", 0x04030201},
+      {"\xFF\xFF\xFF\xFF", u"\xFFFF\xFFFF", -1},
+      {"abcde", u"\x6261\x6463", 0},  // too long for a number
+      {{"1\0.\0\0\0"
+        "2\0\0\0",
+        10},
+       u"1.",
+       0},
+      {std::string(63, 'a'), std::u16string(31, u'\x6161'), 0},
+      {std::string(64, 'a'), std::u16string(32, u'\x6161'), 0},
+      {std::string(65, 'a'), kDefaultAddress, 0},
+      {std::string(4000, 'a'), kDefaultAddress, 0},
+  };
+  for (const PreferenceType type : {PreferenceType::kText, PreferenceType::kNumber}) {
+    for (const auto& each : cases) {
+      const MemoryPreferences::Value value{type, BytesOf(each.bytes.data(), each.bytes.size())};
+      store.values[kAddressPreference] = value;
+      store.values[kStillIndexPreference] = value;
+      EXPECT_EQ(LoadedAddress(), each.address) << &each - cases;
+      EXPECT_EQ(state.stillIndex, each.index) << &each - cases;
+    }
+  }
 }
 
 TEST_F(Preferences, ReplaceTheAddressThatWasThere) {
