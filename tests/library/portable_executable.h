@@ -34,6 +34,8 @@ class PortableExecutable {
   std::uint32_t ExportTimeStamp() const;
   std::vector<std::string> ExportedNames() const;
   std::vector<std::string> ImportedLibraries() const;
+  /// Whether it names libraries that are loaded only when they are first called.
+  bool ImportsLater() const { return DirectoryAt(kDelayedImportDirectory).size != 0; }
   std::map<ResourceKey, std::vector<std::uint8_t>> Resources() const;
 
  private:
@@ -43,6 +45,8 @@ class PortableExecutable {
   struct Directory {
     std::uint32_t address, size;
   };
+  static constexpr std::size_t kDelayedImportDirectory = 13;
+
   using ResourceMap = std::map<ResourceKey, std::vector<std::uint8_t>>;
 
   template <class Number>

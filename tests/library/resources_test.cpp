@@ -1,6 +1,8 @@
 // The built library's resources beside the tables they must agree with.
 #include <gtest/gtest.h>
 
+#include <array>
+#include <set>
 #include <string_view>
 
 #include "dialog/dialog_templates.h"
@@ -136,6 +138,16 @@ TEST_F(Resources, HoldTheBannerAtItsSize) {
   EXPECT_EQ(reader.Word(), 24U);
   EXPECT_EQ(reader.Long(), 0U) << "uncompressed";
   EXPECT_EQ(Find(kBitmap, "1009").size(), 40U + 66 * 1420);
+}
+
+TEST_F(Resources, HoldABannerThatShowsSomething) {
+  const std::vector<std::uint8_t> picture = Find(kBitmap, "1009");
+  std::set<std::array<std::uint8_t, 3>> colours;
+  for (std::size_t row = 40; row + 1420 <= picture.size(); row += 1420) {
+    for (std::size_t pixel = row; pixel < row + 473 * 3; pixel += 3)
+      colours.insert({picture[pixel], picture[pixel + 1], picture[pixel + 2]});
+  }
+  EXPECT_GT(colours.size(), 50U);
 }
 
 /// A version block's values: key to text, nested blocks flattened.
