@@ -86,7 +86,7 @@ TEST_F(Preferences, TakeAValueOfNoBytesForNone) {
   EXPECT_EQ(state.stillIndex, 0);
 }
 
-TEST_F(Preferences, MakeWhatTheyCanOfAnyBytes) {
+TEST_F(Preferences, SurviveValuesOfTheWrongKind) {
   struct {
     std::string bytes;
     std::u16string address;
