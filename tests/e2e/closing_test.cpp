@@ -47,7 +47,7 @@ TEST_P(ClosingAt, EndsWithoutAHang) {
   session.simulator.SetPointHook(GetParam(), [&](const simulator::PointVisit&) {
     if (arrived.exchange(true)) return;
     WaitFor([&] { return window != nullptr; });
-    PostMessageW(window, WM_CLOSE, 0, 0);
+    PostMessageW(window, WM_COMMAND, CommandParameter(kCloseButton, kBnClicked), 0);
     DWORD_PTR answer = 0;
     if (GetCurrentThreadId() != pluginThread) {
       SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, 50, &answer);
@@ -61,6 +61,7 @@ TEST_P(ClosingAt, EndsWithoutAHang) {
     dialog.WaitUntilClosed();
   });
   EXPECT_EQ(result, kHostResultDone);
+  session.simulator.WaitUntilIdle();
   EXPECT_TRUE(arrived) << "the point was passed";
   session.Start([](DialogDriver& dialog) {
     EXPECT_TRUE(dialog.WaitUntilConnected()) << "the next opening connects";
@@ -111,12 +112,28 @@ TEST_F(Closing, ReturnsOnceTheFirmwareBoxIsAnswered) {
   });
 }
 
-TEST_F(Closing, HearsEscapeAsAKey) {
+TEST_F(Closing, HearsEscapeAsAKeyAndAsACharacter) {
+  Session session;
+  const auto closeWith = [&](int control, UINT message, WPARAM first) {
+    session.Start([&](DialogDriver& dialog) {
+      ASSERT_TRUE(dialog.WaitUntilConnected());
+      const HWND window = control == 0 ? dialog.Window() : dialog.Control(control);
+      PostMessageW(window, message, first, 1);
+      dialog.WaitUntilClosed();
+    });
+  };
+  closeWith(kAddressEdit, WM_KEYDOWN, VK_ESCAPE);
+  closeWith(0, WM_CHAR, VK_ESCAPE);
+  closeWith(0, WM_CLOSE, 0);
+}
+
+TEST_F(Closing, StaysAtOtherCharacters) {
   Session session;
   session.Start([](DialogDriver& dialog) {
     ASSERT_TRUE(dialog.WaitUntilConnected());
-    PostMessageW(dialog.Control(kAddressEdit), WM_KEYDOWN, VK_ESCAPE, 1);
-    dialog.WaitUntilClosed();
+    for (const WPARAM key : {WPARAM{'a'}, WPARAM{VK_RETURN}, WPARAM{VK_SPACE}})
+      SendMessageW(dialog.Window(), WM_CHAR, key, 1);
+    EXPECT_EQ(dialog.Caption(), u"ORVA Switcher Media Pool") << "still there";
   });
 }
 

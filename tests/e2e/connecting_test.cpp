@@ -1,5 +1,6 @@
 // The address field, the connection and the slot list.
 #include "dialog/window_messages.h"
+#include "tests/e2e/host_window.h"
 #include "tests/e2e/plugin_fixture.h"
 #include "tests/e2e/wait_for.h"
 
@@ -55,6 +56,18 @@ TEST_F(Connecting, ShowsMalformedAddressesInRed) {
   });
 }
 
+TEST_F(Connecting, TakesAnotherEditsDeviceContextForACommand) {
+  Session session;
+  session.Start([](DialogDriver& dialog) {
+    ASSERT_TRUE(dialog.WaitUntilConnected());
+    const auto name = reinterpret_cast<LPARAM>(dialog.Control(kNameEdit));
+    constexpr WPARAM kContext = 0x7A500000;
+    EXPECT_EQ(SendMessageW(dialog.Window(), WM_CTLCOLOREDIT, kContext | kPremultiplyCheck, name),
+              1);
+    EXPECT_NE(SendMessageW(dialog.Window(), WM_CTLCOLOREDIT, kContext | kNameEdit, name), 1);
+  });
+}
+
 TEST_F(Connecting, ListsTheSlots) {
   Session session;
   session.simulator.StoreStill(2, u"Bars", ExpectedFrame(BusyPicture(1920, 1080), false, false));
@@ -105,7 +118,21 @@ TEST_F(Connecting, TriesAgainUntilTheSwitcherAnswers) {
   scenario.refuseDelay = std::chrono::milliseconds(1);
   scenario.script = {ScriptStep{.at = Point::kConnectTo, .action = Action::kFail, .times = 5}};
   Session session(scenario);
-  session.Start([](DialogDriver& dialog) { EXPECT_TRUE(dialog.WaitUntilConnected()); });
+  std::atomic<int> attempts = 0;
+  std::atomic<bool> seen = false;
+  session.simulator.SetPointHook(Point::kConnectTo, [&](const auto&) {
+    if (++attempts == 3) WaitFor([&] { return seen.load(); });
+  });
+  session.Start([&](DialogDriver& dialog) {
+    ASSERT_TRUE(dialog.WaitForDialog());
+    dialog.WaitUntil("the third attempt", [&] { return attempts == 3; });
+    EXPECT_EQ(dialog.Caption(), u"No communication");
+    EXPECT_FALSE(dialog.IsEnabled(kExportButton));
+    EXPECT_TRUE(dialog.IsEnabled(kAddressEdit));
+    seen = true;
+    EXPECT_TRUE(dialog.WaitUntilConnected());
+  });
+  EXPECT_EQ(attempts, 6) << "none beside those that were needed";
 }
 
 TEST_F(Connecting, TellsOfFirmwareOnceAndTriesNoMore) {
@@ -118,12 +145,11 @@ TEST_F(Connecting, TellsOfFirmwareOnceAndTriesNoMore) {
   Session session(scenario);
   std::atomic<int> connects = 0;
   session.simulator.SetPointHook(Point::kConnectTo, [&](const auto&) { ++connects; });
+  const HostWindow host(100, 50, 1000, 800);
+  session.host.SetParentWindow(host.Get());
   session.Start([&](DialogDriver& dialog) {
-    const std::optional<MessageBoxView> box = dialog.WaitForBox();
-    ASSERT_TRUE(box.has_value());
-    EXPECT_EQ(box->text, "Please connect the switcher via USB and run the ORVA Switcher Utility");
-    EXPECT_EQ(box->caption, "ORVA Switcher software update required");
-    dialog.Answer(*box);
+    ExpectBox(dialog, host.Get(), "ORVA Switcher software update required",
+              "Please connect the switcher via USB and run the ORVA Switcher Utility");
     ASSERT_TRUE(dialog.WaitForDialog());
     EXPECT_EQ(dialog.Caption(), u"No communication");
     EXPECT_EQ(connects, 1);
@@ -138,12 +164,20 @@ TEST_F(Connecting, TellsOfFirmwareOnceAndTriesNoMore) {
 TEST_F(Connecting, ConnectsAgainAfterADisconnect) {
   Session session;
   std::atomic<int> connects = 0;
-  session.simulator.SetPointHook(Point::kConnected, [&](const auto&) { ++connects; });
+  std::atomic<bool> seen = false;
+  session.simulator.SetPointHook(Point::kConnectTo, [&](const auto&) {
+    if (++connects == 2) WaitFor([&] { return seen.load(); });
+  });
   session.Start([&](DialogDriver& dialog) {
     ASSERT_TRUE(dialog.WaitUntilConnected());
     session.simulator.Disconnect();
     dialog.WaitUntil("it connects again", [&] { return connects == 2; });
+    EXPECT_EQ(dialog.Caption(), u"No communication");
+    EXPECT_EQ(dialog.DisabledControls(),
+              (std::vector<int>{1010, 1012, 1013, 1014, 1015, 1018, 1020, 1021, 1022}));
+    seen = true;
     dialog.WaitUntilConnected();
+    EXPECT_TRUE(dialog.DisabledControls().empty());
   });
 }
 

@@ -22,6 +22,21 @@ std::string NarrowTextOf(HWND window) {
   return text;
 }
 
+bool IsErrorBox(HWND box) {
+  if (GetDlgItem(box, IDOK) == nullptr && GetDlgItem(box, IDCANCEL) == nullptr) return false;
+  int buttons = 0;
+  bool hasIcon = false;
+  for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    char className[16] = {};
+    GetClassNameA(child, className, sizeof className);
+    const bool isShown = (GetWindowLongPtrW(child, GWL_STYLE) & WS_VISIBLE) != 0;
+    if (std::string(className) == "Button" && isShown) ++buttons;
+    const auto icon = reinterpret_cast<HICON>(SendMessageW(child, STM_GETICON, 0, 0));
+    if (icon != nullptr && icon == LoadIconW(nullptr, IDI_ERROR)) hasIcon = true;
+  }
+  return buttons == 1 && hasIcon;
+}
+
 BOOL CALLBACK CollectDialog(HWND window, LPARAM windows) {
   char className[16] = {};
   GetClassNameA(window, className, sizeof className);
@@ -177,8 +192,8 @@ std::vector<MessageBoxView> DialogDriver::Boxes() const {
     const bool isAbout = GetDlgItem(window, kAboutVersion) != nullptr;
     const bool isExport = GetDlgItem(window, kExportButton) != nullptr;
     if (text == nullptr || isAbout || isExport) continue;
-    boxes.push_back(
-        {window, GetWindow(window, GW_OWNER), NarrowTextOf(text), NarrowTextOf(window)});
+    boxes.push_back({window, GetWindow(window, GW_OWNER), NarrowTextOf(text), NarrowTextOf(window),
+                     IsErrorBox(window)});
   }
   return boxes;
 }

@@ -22,6 +22,7 @@ struct MessageBoxView {
   HWND owner = nullptr;
   std::string text;
   std::string caption;
+  bool isError = false;  ///< the error icon, and nothing to answer but OK
 };
 
 class DialogDriver {
@@ -59,7 +60,7 @@ class DialogDriver {
 
   /// Posts characters to an edit, one message each; returns before they are worked off.
   void TypeKeys(int edit, const std::u16string& keys) const;
-  /// Replaces all of an edit's text as pasting does.
+  /// Replaces all of an edit's text past what the keyboard is held to: mask and limit.
   void PasteOver(int edit, const std::u16string& text) const;
   void ChooseSlot(int index) const;
   /// Presses a button; returns before the press is worked off.

@@ -130,11 +130,9 @@ TEST_P(ScaledExport, FitsALargePicture) {
   ExpectMargin(frame, 1562, 500, withAlpha);
 }
 
-INSTANTIATE_TEST_SUITE_P(WithAndWithoutAlpha, ScaledExport, ::testing::Bool());
-
-TEST_F(Exporting, PremultipliesWhatItScaled) {
+TEST_P(ScaledExport, IsPremultipliedAfterwards) {
   const Picture picture = SmoothPicture(1000, 500);
-  Session session({}, DocumentOf(picture, true));
+  Session session({}, DocumentOf(picture, GetParam()));
   session.Start(ExportAndClose);
   session.Start([](DialogDriver& dialog) {
     ASSERT_TRUE(dialog.WaitUntilConnected());
@@ -146,6 +144,8 @@ TEST_F(Exporting, PremultipliesWhatItScaled) {
   EXPECT_TRUE(session.simulator.Frame(0) == Premultiplied(session.simulator.Frame(1)));
 }
 
+INSTANTIATE_TEST_SUITE_P(WithAndWithoutAlpha, ScaledExport, ::testing::Bool());
+
 TEST_F(Exporting, FollowsTheSwitchersVideoMode) {
   const Picture picture = BusyPicture(720, 576);
   simulator::Scenario scenario;
@@ -155,10 +155,54 @@ TEST_F(Exporting, FollowsTheSwitchersVideoMode) {
   EXPECT_TRUE(session.simulator.Frame(0) == ExpectedFrame(picture, false, true, kRec601));
 }
 
+/// It fills a square in the middle with its colour.
 TEST_F(Exporting, TakesThePictureOfOnePixel) {
-  Session session({}, DocumentOf(BusyPicture(1, 1), true));
+  const Picture pixel{1, 1, {200, 40, 90, 255}};
+  const Picture pair{2, 1, {200, 40, 90, 255, 200, 40, 90, 255}};
+  const std::vector<std::uint8_t> expected = ExpectedFrame(pair, false, false);
+  Session session({}, DocumentOf(pixel, false));
   session.Start(ExportAndClose);
-  EXPECT_EQ(session.simulator.Frame(0).size(), static_cast<std::size_t>(kWidth) * kHeight * 4);
+  const std::vector<std::uint8_t> frame = session.simulator.Frame(0);
+  ASSERT_EQ(frame.size(), static_cast<std::size_t>(kWidth) * kHeight * 4);
+  for (const std::int32_t x : {960, 961}) {
+    const FramePixel is = PixelAt(frame, kWidth, x, 540);
+    const FramePixel was = PixelAt(expected, 2, x & 1, 0);
+    EXPECT_NEAR(is.luma, was.luma, kScalerTolerance) << x;
+    EXPECT_NEAR(is.chroma, was.chroma, kScalerTolerance) << x;
+    EXPECT_EQ(is.alpha, 940) << x;
+  }
+  ExpectMargin(frame, 418, 540, false);
+  ExpectMargin(frame, 1502, 540, false);
+}
+
+/// The reader refuses it before it asks for memory or pixels.
+TEST_F(Exporting, StaysLockedWhenTheDocumentIsTooLarge) {
+  HostDocument document{.width = 30000, .height = 20000};
+  HostChannel channel;
+  channel.bounds = {0, 0, document.height, document.width};
+  document.composite.assign(3, channel);
+  Session session({}, std::move(document));
+  const std::int16_t result = session.Start([](DialogDriver& dialog) {
+    PressExport(dialog);
+    dialog.WaitUntil("the status changes",
+                     [&] { return dialog.Text(kStatusLine) == u"Exporting.."; });
+    EXPECT_FALSE(dialog.IsEnabled(kExportButton));
+    EXPECT_TRUE(dialog.IsEnabled(kCloseButton));
+    dialog.PressClose();
+    dialog.WaitUntilClosed();
+  });
+  EXPECT_EQ(result, kHostResultDone);
+  EXPECT_EQ(session.host.Calls(HostCall::kReadPixels), 0);
+}
+
+TEST_F(Exporting, BeginsAtTheReturnKey) {
+  Session session;
+  session.Start([](DialogDriver& dialog) {
+    ASSERT_TRUE(dialog.WaitUntilConnected());
+    PostMessageW(dialog.Control(kNameEdit), WM_KEYDOWN, VK_RETURN, 1);
+    dialog.WaitUntilClosed();
+  });
+  StillIn(session.simulator, 0);
 }
 
 TEST_F(Exporting, PutsTheStillOnEachPlayer) {
@@ -178,6 +222,35 @@ TEST_F(Exporting, PutsTheStillOnEachPlayer) {
       EXPECT_EQ(contents.players[i], i == player ? std::optional(3U) : std::nullopt) << i;
     }
   }
+}
+
+/// The choice survives while the library stays loaded, whichever switcher comes next.
+TEST_F(Exporting, PutsNoStillOnAPlayerThatIsNotThere) {
+  const HMODULE kept = LoadLibraryW(kPluginFile);
+  {
+    Session session;
+    session.Start([](DialogDriver& dialog) {
+      ASSERT_TRUE(dialog.WaitUntilConnected());
+      dialog.Press(kMediaPlayer4Radio);
+      dialog.WaitUntil("the radio is checked",
+                       [&] { return dialog.IsChecked(kMediaPlayer4Radio); });
+    });
+  }
+  {
+    simulator::Scenario scenario;
+    scenario.players = 1;
+    Session session(scenario);
+    session.Start([](DialogDriver& dialog) {
+      ASSERT_TRUE(dialog.WaitUntilConnected());
+      EXPECT_TRUE(dialog.IsChecked(kMediaPlayer4Radio));
+      EXPECT_FALSE(dialog.IsEnabled(kMediaPlayer4Radio));
+      dialog.Press(kExportButton);
+      dialog.WaitUntilClosed();
+    });
+    StillIn(session.simulator, 0);
+    EXPECT_EQ(session.simulator.Contents().players.at(0), std::nullopt);
+  }
+  FreeLibrary(kept);
 }
 
 TEST_F(Exporting, AnimatesAndLocksTheDialogMeanwhile) {
@@ -200,8 +273,15 @@ TEST_F(Exporting, AnimatesAndLocksTheDialogMeanwhile) {
 }
 
 TEST_F(Exporting, SendsTheNameAsItStands) {
-  const std::u16string names[] = {u"", u"x", std::u16string(300, u'n'), u"\xD83D\xDE00\xD83D\xDE00",
-                                  u"a\tb"};
+  const std::u16string names[] = {u"",
+                                  u"x",
+                                  u"\xD83D\xDE00\xD83D\xDE00",
+                                  u"a\tb",
+                                  std::u16string(254, u'n'),
+                                  std::u16string(255, u'n'),
+                                  std::u16string(256, u'n'),
+                                  std::u16string(300, u'n'),
+                                  std::u16string(253, u'n') + u"\xD83D\xDE00"};
   for (const std::u16string& name : names) {
     Session session;
     session.Start([&](DialogDriver& dialog) {
@@ -250,14 +330,7 @@ TEST_P(FailingExport, TellsWhyAndWorksAgain) {
   session.host.SetParentWindow(host.Get());
   session.Start([&](DialogDriver& dialog) {
     PressExport(dialog);
-    if (step.text != nullptr) {
-      const std::optional<MessageBoxView> box = dialog.WaitForBox();
-      ASSERT_TRUE(box.has_value());
-      EXPECT_EQ(box->text, step.text);
-      EXPECT_EQ(box->caption, "Error");
-      EXPECT_EQ(box->owner, host.Get());
-      dialog.Answer(*box);
-    }
+    if (step.text != nullptr) ExpectBox(dialog, host.Get(), "Error", step.text);
     dialog.WaitUntilUsable();
     ExportAndClose(dialog);
   });
@@ -275,6 +348,18 @@ INSTANTIATE_TEST_SUITE_P(EachStep, FailingExport,
                                            FailingStep{Point::kCreateFrame, 1, kExportText},
                                            FailingStep{Point::kGetBytes, 1, kExportText},
                                            FailingStep{Point::kLock, 1, nullptr}));
+
+TEST_F(Exporting, TellsWhyWithoutAPlatformRecord) {
+  simulator::Scenario scenario;
+  scenario.script = {ScriptStep{.at = Point::kCreateFrame, .action = Action::kFail}};
+  Session session(scenario);
+  session.host.Record().platform = nullptr;
+  session.Start([](DialogDriver& dialog) {
+    PressExport(dialog);
+    ExpectBox(dialog, nullptr, "Error", kExportText);
+    dialog.WaitUntilUsable();
+  });
+}
 
 TEST_F(Exporting, RefusesSlotMinusOneAndWorksAgain) {
   WritePreference(L"StillIndex", NumberValue(0xFFFFFFFF));

@@ -66,6 +66,10 @@ TEST_F(Opening, TakesAnyDocumentName) {
                      {"no dot", u"no dot"},
                      {".psd", u""},
                      {"caf\xE9.psd", u"caf\u00E9"},
+                     {"C:\\a.b\\c.d.psd", u"c"},
+                     {std::string(250, 'x') + ".psd", std::u16string(250, u'x')},
+                     {std::string(251, 'x') + ".psd", std::u16string(251, u'x')},
+                     {std::string(254, 'x'), std::u16string(254, u'x')},
                      {std::string(255, 'x'), std::u16string(254, u'x')},
                      {"C:\\" + std::string(240, 'd') + "\\name.psd", u"name"}};
   for (const auto& each : cases) {
@@ -80,25 +84,39 @@ TEST_F(Opening, TakesAnyDocumentName) {
 }
 
 TEST_F(Opening, SurvivesAnythingInTheRegistry) {
-  const RegistryValue values[] = {
-      TextValue(u""),
-      TextValue(std::u16string(32, u'1')),
-      TextValue(std::u16string(33, u'1')),
-      TextValue(std::u16string(2000, u'1')),
-      {REG_SZ, {0x31}},
-      {REG_SZ, {}},
-      {REG_BINARY, {1, 2, 3, 4, 5}},
-      {REG_DWORD, {1, 2, 3, 4}},
-      {REG_MULTI_SZ, {0x31, 0, 0x2E, 0, 0, 0, 0x32, 0, 0, 0, 0, 0}},
+  const std::u16string usual = u"192.168.10.240";
+  struct {
+    RegistryValue value;
+    std::u16string address;
+    std::uint32_t slot;
+  } const cases[] = {
+      {TextValue(u""), usual, 0},
+      {TextValue(u"1"), u"1", 0x31},
+      {TextValue({u"10.0.0.1\0behind", 15}), u"10.0.0.1", 0},
+      {TextValue(std::u16string(31, u'1')), std::u16string(31, u'1'), 0},
+      {TextValue(std::u16string(32, u'1')), std::u16string(32, u'1'), 0},
+      {TextValue(std::u16string(33, u'1')), usual, 0},
+      {TextValue(std::u16string(2000, u'1')), usual, 0},
+      {{REG_SZ, {0x31}}, u"", 0x31},
+      {{REG_SZ, {0x31, 0, 0x32}}, u"1", 0x320031},
+      {{REG_EXPAND_SZ, {0x25, 0, 0x41, 0, 0x25, 0}}, u"%A%", 0},
+      {{REG_BINARY, {0x61, 0x62, 0x63, 0x64, 0x65}}, u"\x6261\x6463", 0},
+      {{REG_DWORD, {0x61, 0x62, 0x63, 0x64}}, u"\x6261\x6463", 0x64636261},
+      {{REG_QWORD, {0x31, 0, 0x32, 0, 0x33, 0, 0x34, 0}}, u"1234", 0},
+      {{REG_MULTI_SZ, {0x31, 0, 0x2E, 0, 0, 0, 0x32, 0, 0, 0, 0, 0}}, u"1.", 0},
   };
-  for (const RegistryValue& value : values) {
-    WritePreference(L"Address", value);
-    WritePreference(L"StillIndex", value);
+  for (const auto& each : cases) {
+    SCOPED_TRACE(::testing::Message() << "value " << &each - cases);
+    WritePreference(L"Address", each.value);
+    WritePreference(L"StillIndex", each.value);
     Session session(NoSwitcher());
     session.Start([&](DialogDriver& dialog) {
       ASSERT_TRUE(dialog.WaitForDialog());
-      EXPECT_LE(dialog.Text(kAddressEdit).size(), 33U);
+      EXPECT_EQ(dialog.Text(kAddressEdit), each.address);
+      const bool isValid = each.address == usual || each.address == u"10.0.0.1";
+      EXPECT_EQ(dialog.TextColour(kAddressEdit), isValid ? RGB(0, 0, 0) : RGB(255, 0, 0));
     });
+    EXPECT_EQ(ReadPreference(L"StillIndex"), NumberValue(each.slot));
   }
 }
 
@@ -172,6 +190,16 @@ TEST_F(Opening, StandsOverTheDesktopWithoutAHostsWindow) {
   ExpectPlaceOver(nullptr, desktop);
 }
 
+TEST_F(Opening, DoesWithoutAPlatformRecord) {
+  Session session;
+  session.host.Record().platform = nullptr;
+  const std::int16_t result = session.Start([](DialogDriver& dialog) {
+    ASSERT_TRUE(dialog.WaitUntilConnected());
+    EXPECT_EQ(GetWindow(dialog.Window(), GW_OWNER), nullptr);
+  });
+  EXPECT_EQ(result, kHostResultDone);
+}
+
 TEST_F(Opening, RefusesADocumentThatIsNotRgb) {
   HostDocument document = DocumentOf(BusyPicture(8, 8), false);
   document.imageMode = 4;
@@ -192,6 +220,17 @@ TEST_F(Opening, TellsOnceThatTheServiceIsMissing) {
     dialog.WaitUntilClosed();
   });
   EXPECT_EQ(result, kHostResultDone);
+}
+
+TEST_F(Opening, TellsNobodysOwnThatTheServiceIsMissing) {
+  simulator::Scenario scenario;
+  scenario.service = simulator::ServicePresence::kAbsent;
+  Session session(scenario);
+  session.host.Record().platform = nullptr;
+  session.Start([](DialogDriver& dialog) {
+    ExpectServiceBox(dialog, nullptr);
+    dialog.WaitUntilClosed();
+  });
 }
 
 TEST_F(Opening, TellsTwiceThatTheServiceGivesNothing) {

@@ -16,16 +16,22 @@ class PluginTest : public ::testing::Test {
   }
 };
 
-/// Answers the box that tells of a missing service.
-inline void ExpectServiceBox(DialogDriver& dialog, HWND owner) {
+/// Waits for a box that says so, and answers it.
+inline void ExpectBox(DialogDriver& dialog, HWND owner, const char* caption, const char* text) {
   const std::optional<MessageBoxView> box = dialog.WaitForBox();
   ASSERT_TRUE(box.has_value());
-  EXPECT_EQ(box->text,
+  EXPECT_EQ(box->text, text);
+  EXPECT_EQ(box->caption, caption);
+  EXPECT_EQ(box->owner, owner);
+  EXPECT_TRUE(box->isError);
+  dialog.Answer(*box);
+}
+
+/// The box that tells of a missing service.
+inline void ExpectServiceBox(DialogDriver& dialog, HWND owner) {
+  ExpectBox(dialog, owner, "Corrupt Installation Detected",
             "Your Mixdecks installation is missing some components, please try re-installing the "
             "Tollenmark ORVA Software.");
-  EXPECT_EQ(box->caption, "Corrupt Installation Detected");
-  EXPECT_EQ(box->owner, owner);
-  dialog.Answer(*box);
 }
 
 }  // namespace mixdecks::e2e
