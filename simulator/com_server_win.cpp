@@ -1,10 +1,14 @@
 // The library that COM loads for the switcher's class: its four exports and its class factory.
 
 #include <objbase.h>
+#include <olectl.h>
 #include <windows.h>
 
+#include <array>
 #include <atomic>
 #include <new>
+#include <stdexcept>
+#include <string_view>
 
 #include "simulator/com_registration_win.h"
 #include "simulator/com_server_settings_win.h"
@@ -18,6 +22,27 @@ std::atomic<long> lockCount = 0;
 
 const ServiceId& AsServiceId(const GUID& id) {
   return reinterpret_cast<const ServiceId&>(id);
+}
+
+const GUID& AsGuid(const ServiceId& id) {
+  return reinterpret_cast<const GUID&>(id);
+}
+
+/// Throws when the library's path is longer than any can be.
+ServedClass ThisClass() {
+  std::array<wchar_t, 32768> path;
+  const DWORD length =
+      GetModuleFileNameW(thisLibrary, path.data(), static_cast<DWORD>(path.size()));
+  if (length == 0 || length >= path.size()) throw std::length_error("the library's path");
+  return {AsGuid(kSwitcherDiscoveryClass), std::wstring_view(path.data(), length)};
+}
+
+HRESULT ChangeEntries(HRESULT (*change)(const ServedClass&)) noexcept {
+  try {
+    return change(ThisClass());
+  } catch (const std::exception&) {
+    return SELFREG_E_CLASS;
+  }
 }
 
 HRESULT CreateDiscovery(const GUID& id, void** object) {
@@ -88,9 +113,9 @@ extern "C" HRESULT WINAPI DllCanUnloadNow() {
 }
 
 extern "C" HRESULT WINAPI DllRegisterServer() {
-  return RegisterClassEntries(thisLibrary);
+  return ChangeEntries(RegisterClassEntries);
 }
 
 extern "C" HRESULT WINAPI DllUnregisterServer() {
-  return UnregisterClassEntries();
+  return ChangeEntries(UnregisterClassEntries);
 }
