@@ -104,7 +104,7 @@ int main(int count, char** arguments) {
   benchmark::Initialize(&count, arguments);
   if (benchmark::ReportUnrecognizedArguments(count, arguments)) return 1;
   mixdecks::TableReporter table;
-  benchmark::RunSpecifiedBenchmarks(&table);
+  const std::size_t pairs = benchmark::RunSpecifiedBenchmarks(&table);
   benchmark::Shutdown();
-  return 0;
+  return pairs == 0 ? 1 : 0;
 }

@@ -39,7 +39,8 @@ void TableReporter::ReportRuns(const std::vector<Run>& runs) {
 }
 
 void TableReporter::Finalize() {
-  std::printf("\n%d pairs, %d above their goal (marked !).\n", rows_, missed_);
+  std::printf("\n%d %s, %d above the goal (marked !).\n", rows_, rows_ == 1 ? "pair" : "pairs",
+              missed_);
 }
 
 }  // namespace mixdecks
