@@ -26,7 +26,7 @@ set(MIXDECKS_TEST_OPTIONS -O1 -g1
 function(mixdecks_test name)
   cmake_parse_arguments(TEST "OPTIMISED" "TIMEOUT" "SOURCES;DEPENDS;LABELS" ${ARGN})
   if(NOT TEST_TIMEOUT)
-    set(TEST_TIMEOUT 300)
+    set(TEST_TIMEOUT 600)
   endif()
   add_executable(test_${name} ${TEST_SOURCES})
   target_include_directories(test_${name} PRIVATE "${PROJECT_SOURCE_DIR}")
