@@ -187,8 +187,10 @@ TEST_F(Connecting, GoesToTheAddressTypedMeanwhile) {
   Session session(scenario);
   std::atomic<int> connects = 0;
   std::atomic<bool> typed = false;
+  std::atomic<bool> seen = false;
   session.simulator.SetPointHook(Point::kConnectTo, [&](const auto&) {
-    if (++connects == 1) WaitFor([&] { return typed.load(); });
+    const bool isFirst = ++connects == 1;
+    WaitFor([&] { return isFirst ? typed.load() : seen.load(); });
   });
   session.Start([&](DialogDriver& dialog) {
     ASSERT_TRUE(dialog.WaitForDialog());
@@ -196,6 +198,9 @@ TEST_F(Connecting, GoesToTheAddressTypedMeanwhile) {
     dialog.PasteOver(kAddressEdit, u"10.0.0.2");
     typed = true;
     dialog.WaitUntil("the second connect follows", [&] { return connects == 2; });
+    EXPECT_EQ(dialog.Caption(), u"No communication") << "with the former address's result applied";
+    EXPECT_FALSE(dialog.IsEnabled(kExportButton));
+    seen = true;
     dialog.WaitUntilConnected();
   });
   EXPECT_EQ(ReadTextPreference(L"Address"), u"10.0.0.2");
