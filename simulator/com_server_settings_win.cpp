@@ -4,6 +4,9 @@
 
 #include <fstream>
 #include <string>
+#include <system_error>
+
+#include "simulator/pool_neighbours.h"
 
 namespace mixdecks::simulator {
 namespace {
@@ -16,6 +19,15 @@ std::wstring Environment(const wchar_t* name) {
   std::wstring value(size, L'\0');
   value.resize(GetEnvironmentVariableW(name, value.data(), size));
   return value;
+}
+
+/// Writes lines to a file, and to a debugger.
+void Tell(const fs::path& file, std::span<const std::string> lines) {
+  std::ofstream stream(file, std::ios::binary);
+  for (const std::string& line : lines) {
+    stream << line << "\r\n";
+    OutputDebugStringA(("Mixdecks switcher simulator: " + line + "\n").c_str());
+  }
 }
 
 }  // namespace
@@ -33,8 +45,7 @@ fs::path SimulatorPool() {
 std::optional<fs::path> SimulatorScenario() {
   const std::wstring scenario = Environment(L"MIXDECKS_SIMULATOR_SCENARIO");
   if (!scenario.empty()) return scenario;
-  fs::path beside = SimulatorPool();
-  beside += L".scenario.json";
+  const fs::path beside = NeighboursOf(SimulatorPool()).scenario;
   if (fs::exists(beside)) return beside;
   return std::nullopt;
 }
@@ -43,16 +54,30 @@ std::unique_ptr<SwitcherSimulator> MakeConfiguredSimulator() {
   const fs::path pool = SimulatorPool();
   fs::create_directories(pool.parent_path());
   const std::optional<fs::path> scenario = SimulatorScenario();
-  return std::make_unique<SwitcherSimulator>(scenario ? LoadScenario(*scenario) : Scenario(), pool);
+  auto simulator =
+      std::make_unique<SwitcherSimulator>(scenario ? LoadScenario(*scenario) : Scenario(), pool);
+  // What they tell is over now. Somebody may have them open; that is no reason to fail.
+  const PoolNeighbours neighbours = NeighboursOf(pool);
+  std::error_code ignored;
+  fs::remove(neighbours.failure, ignored);
+  fs::remove(neighbours.violations, ignored);
+  return simulator;
 }
 
 void ReportFailure(std::string_view why) noexcept {
   try {
-    const std::string text = "Mixdecks switcher simulator: " + std::string(why) + "\r\n";
-    OutputDebugStringA(text.c_str());
-    std::ofstream(SimulatorPool().parent_path() / "simulator-error.txt", std::ios::binary) << text;
+    const std::string line(why);
+    Tell(NeighboursOf(SimulatorPool()).failure, {&line, 1});
   } catch (const std::exception&) {
     // There is nowhere left to tell it.
+  }
+}
+
+void ReportViolations(std::span<const std::string> violations) noexcept {
+  try {
+    Tell(NeighboursOf(SimulatorPool()).violations, violations);
+  } catch (const std::exception&) {
+    // Likewise.
   }
 }
 

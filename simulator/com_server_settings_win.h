@@ -9,6 +9,8 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <span>
+#include <string>
 #include <string_view>
 
 #include "simulator/switcher_simulator.h"
@@ -19,11 +21,14 @@ namespace mixdecks::simulator {
 std::filesystem::path SimulatorPool();
 std::optional<std::filesystem::path> SimulatorScenario();
 
-/// Opens the pool with the scenario. Throws `PoolError` or `ScenarioError`.
+/// Opens the pool with the scenario, and removes former reports. Throws `PoolError` or
+/// `ScenarioError`.
 std::unique_ptr<SwitcherSimulator> MakeConfiguredSimulator();
 
-/// Tells why no simulator could be made: to a debugger, and in "simulator-error.txt" beside the
-/// pool, since the program that asked only learns that it failed.
+/// Tells why no simulator could be made: to a debugger, and in a file beside the pool, since the
+/// program that asked only learns that it failed.
 void ReportFailure(std::string_view why) noexcept;
+/// Likewise what the clients of a simulator did against the rules, when it has ended.
+void ReportViolations(std::span<const std::string> violations) noexcept;
 
 }  // namespace mixdecks::simulator

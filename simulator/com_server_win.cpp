@@ -47,7 +47,8 @@ HRESULT ChangeEntries(HRESULT (*change)(const ServedClass&)) noexcept {
 
 HRESULT CreateDiscovery(const GUID& id, void** object) {
   ITMKSwitcherDiscovery* discovery = nullptr;
-  const HRESULT created = CreateServedDiscovery(MakeConfiguredSimulator, &discovery);
+  const HRESULT created =
+      CreateServedDiscovery({MakeConfiguredSimulator, ReportViolations}, &discovery);
   // The class may succeed without giving an object: that is one of the things it can play.
   if (discovery == nullptr) return created;
   const HRESULT result = discovery->QueryInterface(AsServiceId(id), object);

@@ -8,13 +8,38 @@
 namespace mixdecks::simulator {
 namespace {
 
+/// A simulator that reports to its owner at its end.
+class ServedSimulator {
+ public:
+  explicit ServedSimulator(const SimulatorOwner& owner) : owner_(owner), simulator_(owner.make()) {}
+  ServedSimulator(const ServedSimulator&) = delete;
+  ServedSimulator& operator=(const ServedSimulator&) = delete;
+  ~ServedSimulator() {
+    simulator_->Shutdown();
+    const std::vector<std::string> violations = simulator_->Violations();
+    if (!violations.empty()) owner_.reportViolations(violations);
+  }
+
+  SwitcherSimulator* operator->() const noexcept { return simulator_.get(); }
+
+ private:
+  const SimulatorOwner owner_;
+  const std::unique_ptr<SwitcherSimulator> simulator_;
+};
+
 // Held while a simulator is made or ended, so that a new one never meets the old one's pool.
 std::mutex servingMutex;
-std::unique_ptr<SwitcherSimulator> serving;
 std::size_t servedObjects = 0;
+std::unique_ptr<ServedSimulator> serving;
+// One that is shut down, but of which clients still hold objects: they may release them after
+// their discovery object.
+std::unique_ptr<ServedSimulator> lingering;
 
 void EndWithoutObjects() {
-  if (servedObjects == 0) serving.reset();
+  if (servedObjects != 0) return;
+  (*serving)->Shutdown();
+  if ((*serving)->LiveObjects() != 0) lingering = std::move(serving);
+  serving.reset();
 }
 
 class ServedDiscovery final : public ITMKSwitcherDiscovery {
@@ -55,12 +80,15 @@ class ServedDiscovery final : public ITMKSwitcherDiscovery {
 
 }  // namespace
 
-HResult CreateServedDiscovery(const SimulatorMaker& make, ITMKSwitcherDiscovery** discovery) {
+HResult CreateServedDiscovery(const SimulatorOwner& owner, ITMKSwitcherDiscovery** discovery) {
   *discovery = nullptr;
   const std::lock_guard lock(servingMutex);
-  if (serving == nullptr) serving = make();
+  if (serving == nullptr) {
+    serving = std::make_unique<ServedSimulator>(owner);
+    lingering.reset();
+  }
   ITMKSwitcherDiscovery* made = nullptr;
-  const HResult result = serving->CreateDiscovery(&made);
+  const HResult result = (*serving)->CreateDiscovery(&made);
   if (made != nullptr) {
     *discovery = new ServedDiscovery(made);
     ++servedObjects;
@@ -71,7 +99,8 @@ HResult CreateServedDiscovery(const SimulatorMaker& make, ITMKSwitcherDiscovery*
 
 bool IsServing() {
   const std::lock_guard lock(servingMutex);
-  return serving != nullptr;
+  if (lingering != nullptr && (*lingering)->LiveObjects() == 0) lingering.reset();
+  return serving != nullptr || lingering != nullptr;
 }
 
 }  // namespace mixdecks::simulator

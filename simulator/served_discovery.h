@@ -7,6 +7,8 @@
 
 #include <functional>
 #include <memory>
+#include <span>
+#include <string>
 
 #include "platform/result.h"
 #include "simulator/switcher_simulator.h"
@@ -14,14 +16,23 @@
 
 namespace mixdecks::simulator {
 
-/// Makes the simulator; may throw, and then nothing is created.
-using SimulatorMaker = std::function<std::unique_ptr<SwitcherSimulator>()>;
+/// Who switches the simulator on, and hears of its end.
+struct SimulatorOwner {
+  /// Makes the simulator; may throw, and then nothing is created.
+  std::function<std::unique_ptr<SwitcherSimulator>()> make;
+  /// Told what clients of the simulator it made did against the rules, if they did. That is when
+  /// its last discovery object goes; with other objects still held, when those turn out to be
+  /// released or leaked: at `IsServing`, when the next one is made, or when the process or library
+  /// ends. Must not throw, nor create an object.
+  std::function<void(std::span<const std::string> violations)> reportViolations;
+};
 
-/// Creates an object of the simulator that serves now, or of one that `make` makes. The caller
-/// releases it, after all service objects it got through it. Any thread but the simulator's.
-HResult CreateServedDiscovery(const SimulatorMaker& make, ITMKSwitcherDiscovery** discovery);
+/// Creates an object of the simulator that serves now, or of one that `owner` makes. The caller
+/// releases it. With the last one the simulator shuts down; objects that clients got through it
+/// stay callable, and fail. Any thread but the simulator's.
+HResult CreateServedDiscovery(const SimulatorOwner& owner, ITMKSwitcherDiscovery** discovery);
 
-/// Whether a simulator serves now.
+/// Whether a simulator serves now, or clients hold objects of one that did.
 bool IsServing();
 
 }  // namespace mixdecks::simulator

@@ -182,8 +182,6 @@ void Switcher::Shutdown() {
   changed_.notify_all();
   threads_.Stop();
   pool_.Close();
-  for (std::string& leak : objects_.Leaks())
-    violations_.Add(std::move(leak));
   for (const auto& connection : Connections()) {
     EndLocks(*connection);
   }

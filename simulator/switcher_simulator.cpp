@@ -1,5 +1,7 @@
 #include "simulator/switcher_simulator.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "simulator/discovery_object.h"
@@ -61,7 +63,10 @@ void SwitcherSimulator::WaitUntilIdle() {
 }
 
 std::vector<std::string> SwitcherSimulator::Violations() const {
-  return switcher_->Violations().All();
+  std::vector<std::string> violations = switcher_->Violations().All();
+  if (switcher_->Stopped())
+    std::ranges::move(switcher_->Objects().Leaks(), std::back_inserter(violations));
+  return violations;
 }
 
 void SwitcherSimulator::SetPointHook(Point point, PointHook hook) {

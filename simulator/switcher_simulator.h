@@ -43,7 +43,8 @@ class SwitcherSimulator {
   HResult CreateDiscovery(ITMKSwitcherDiscovery** discovery);
 
   /// Interrupts what takes time, waits for every callback and ends all threads, then gives the
-  /// pool back and checks what the clients left behind. May be called again.
+  /// pool back. What the clients hold from then on counts as leaked, until they release it. May be
+  /// called again.
   void Shutdown();
 
   /// Waits until no upload, grant or callback is under way or due. Not to be called from a hook or
