@@ -3,7 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <windows.h>
+// After it.
+#include <objbase.h>
 
+#include <filesystem>
 #include <functional>
 #include <thread>
 
@@ -13,7 +16,9 @@
 #include "tests/e2e/preferences_key.h"
 #include "tests/tools/command_bench.h"
 #include "tools/interrupt.h"
+#include "tools/path_text.h"
 #include "tools/plugin_host/dialog_windows.h"
+#include "transfer/service_contract.h"
 
 namespace mixdecks {
 namespace {
@@ -53,8 +58,8 @@ class AtTheDialog {
           const ULONGLONG limit = GetTickCount64() + 30'000;
           while (GetTickCount64() < limit) {
             for (const HWND window : DialogsOfThread(thread)) {
-              const bool ready =
-                  isTheDialog == IsAboutBox || WindowText(window) == u"ORVA Switcher Media Pool";
+              const bool ready = isTheDialog != IsExportDialog ||
+                                 WindowText(window) == u"ORVA Switcher Media Pool";
               if (isTheDialog(window) && ready) return work(window);
             }
             Sleep(5);
@@ -202,6 +207,60 @@ TEST_F(PluginCommandTest, TellsOfAMissingService) {
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_THAT(result.err, AllOf(HasSubstr("Your Mixdecks installation is missing some components"),
                                 HasSubstr("regsvr32 MixdecksSwitcherSim.dll")));
+}
+
+/// The user's way out of a message box and the dialog under it.
+void CloseAll(HWND window) {
+  const DWORD thread = GetWindowThreadProcessId(window, nullptr);
+  for (std::vector<HWND> open{window}; !open.empty(); open = DialogsOfThread(thread)) {
+    for (const HWND each : open)
+      PostButton(each, kCloseButton);
+    Sleep(5);
+  }
+}
+
+TEST_F(PluginCommandTest, TellsWhyTheRegisteredSimulatorCannotServe) {
+  const std::filesystem::path report = PathOf(bench_.Path("simulator-error.txt"));
+  std::filesystem::create_directory(PathOf(bench_.Pool()));
+  const std::string letter = bench_.Write("pool/letter.txt", "to somebody");
+  const auto toldWhy = AllOf(HasSubstr("the registered simulator cannot serve"),
+                             HasSubstr("pool: the folder holds other files and no pool"),
+                             Not(HasSubstr("regsvr32")));
+  const CommandResult pressed = Press({});
+  EXPECT_EQ(pressed.exitCode, 1);
+  EXPECT_THAT(pressed.err, toldWhy);
+  {
+    const AtTheDialog user([](HWND window) { return AsMessageBox(window).has_value(); }, CloseAll);
+    const CommandResult byHand = Run({});
+    EXPECT_EQ(byHand.exitCode, 1);
+    EXPECT_THAT(byHand.err, toldWhy);
+  }
+  EXPECT_TRUE(std::filesystem::exists(report));
+  std::filesystem::remove(PathOf(letter));
+  EXPECT_EQ(PressInScenario(R"({"mode": "ntsc"})").exitCode, 0);
+  EXPECT_FALSE(std::filesystem::exists(report));
+}
+
+TEST_F(PluginCommandTest, TellsOfBrokenRules) {
+  const std::string scenario = bench_.Write("ntsc.json", R"({"mode": "ntsc"})");
+  const AtTheDialog clumsyUser(IsExportDialog, [](HWND dialog) {
+    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    ITMKSwitcherDiscovery* discovery = nullptr;
+    EXPECT_EQ(
+        CoCreateInstance(reinterpret_cast<const GUID&>(kSwitcherDiscoveryClass), nullptr,
+                         CLSCTX_INPROC_SERVER, reinterpret_cast<const GUID&>(kSwitcherDiscoveryId),
+                         reinterpret_cast<void**>(&discovery)),
+        S_OK);
+    if (discovery != nullptr) {
+      discovery->ConnectTo(nullptr, nullptr, nullptr);
+      discovery->Release();
+    }
+    CoUninitialize();
+    PressButton(dialog, kExportButton);
+  });
+  const CommandResult result = Run({"--scenario", scenario});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_THAT(result.err, HasSubstr("internal fault: ConnectTo: called with a null pointer"));
 }
 
 TEST_F(PluginCommandTest, RefusesFilesThatAreNotTheLibrary) {

@@ -40,6 +40,18 @@ std::string Switcher(const ExportOptions& options) {
   return "switcher " + options.address;
 }
 
+UserError ServiceMissing(const ExportOptions& options, const ExportOutcome& outcome) {
+  const char* const what = "switcher service";
+  if (!outcome.serviceFault.empty()) {
+    return Failure(what, "the registered simulator cannot serve: " + outcome.serviceFault,
+                   "put that right, or give another pool with --pool");
+  }
+  return Failure(what, MessagesOr(outcome, "it could not be created"),
+                 options.plugin
+                     ? "register one, the simulator for instance: regsvr32 MixdecksSwitcherSim.dll"
+                     : "the scenario takes the service away; leave that out");
+}
+
 UserError NotConnected(const ExportOptions& options, const ExportOutcome& outcome) {
   if (outcome.connectReason == kReasonFirmware) {
     return Failure(Switcher(options), "its software must be updated",
@@ -59,10 +71,7 @@ UserError NotConnected(const ExportOptions& options, const ExportOutcome& outcom
 UserError FailureOf(const ExportOptions& options, const ExportOutcome& outcome) {
   switch (outcome.end) {
     case ExportEnd::kServiceMissing:
-      return Failure("switcher service", MessagesOr(outcome, "it could not be created"),
-                     options.plugin ? "register one, the simulator for instance: regsvr32 "
-                                      "MixdecksSwitcherSim.dll"
-                                    : "the scenario takes the service away; leave that out");
+      return ServiceMissing(options, outcome);
     case ExportEnd::kOutOfMemory:
       return Failure("export", "there is not enough memory", "close other programs");
     case ExportEnd::kNotConnected:

@@ -41,6 +41,7 @@ struct ExportOutcome {
   std::u16string replaced;             ///< name of the still that was in the slot
   bool slotWasUsed = false;            ///< whether there was one
   std::vector<ShownMessage> messages;  ///< in the order they came
+  std::string serviceFault;            ///< why the registered simulator could not serve, if told
   bool cutOff = false;                 ///< whether the switcher had to be switched off to close
 
   std::chrono::steady_clock::duration connecting{};

@@ -11,6 +11,7 @@
 #include "tools/export/export_failure.h"
 #include "tools/export/plugin_run.h"
 #include "tools/export/pool_change.h"
+#include "tools/export/simulator_reports.h"
 #include "tools/export/still_description.h"
 #include "tools/interrupt.h"
 #include "tools/memory_host/memory_host.h"
@@ -135,18 +136,24 @@ std::optional<ExportReport> RunPluginExport(const ExportOptions& options, const 
   ExportReport report = BeginReport(options, picture);
   const PoolSnapshot before = TakeSnapshot(report.pool);
   NamePool(options);
+  const SimulatorReports simulatorReports(report.pool);
   const Clock::duration opening = Clock::now() - begun;
 
   MemoryHost host(std::move(picture.document));
   DialogPilot pilot(options.pressExport ? std::optional(plan.orders) : std::nullopt,
                     {plan.timeout, InterruptRequested, {}}, ScreenshotTaker(options, warn));
   const std::int16_t result = host.Call(library.Entry(), Selector::kStart);
-  const ExportOutcome outcome = pilot.Land();
+  ExportOutcome outcome = pilot.Land();
+  outcome.serviceFault = simulatorReports.Failure();
 
   if (result != kHostResultDone) throw RefusalOf(options, result, imageMode);
   CheckRules(host.Violations());
-  const bool saw = options.pressExport || outcome.end == ExportEnd::kInterrupted;
-  if (saw && outcome.end != ExportEnd::kExported) throw FailureOf(options, outcome);
+  CheckRules(simulatorReports.Violations());
+  // Who only watches sees no end: the simulator's report tells of it, or else the pool.
+  if (outcome.end == ExportEnd::kNotBegun && !options.pressExport) {
+    outcome.end = outcome.serviceFault.empty() ? ExportEnd::kExported : ExportEnd::kServiceMissing;
+  }
+  if (outcome.end != ExportEnd::kExported) throw FailureOf(options, outcome);
   report.times = {{"open", opening}};
   if (options.pressExport) {
     report.times.emplace_back("connect", outcome.connecting);
