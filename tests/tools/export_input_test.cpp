@@ -82,6 +82,19 @@ TEST_F(ExportInputTest, LetsThePluginRefuseOtherModesThanRgb) {
   EXPECT_EQ(bench_.Export({files[1].first, "--rgb", "--mode", "ntsc"}).exitCode, 0);
 }
 
+TEST_F(ExportInputTest, WarnsOfAPictureToBeTurned) {
+  Bytes png = test::PngFile(1, 1, test::kPngRgb, 8, {1, 2, 3});
+  test::ByteWriter exif;
+  exif.Text("MM").Big16(42).Big32(8).Big16(1).Big16(0x0112).Big16(3).Big32(1).Big16(6).Big16(0);
+  const Bytes chunk = test::PngChunk("eXIf", exif.Done());
+  constexpr std::ptrdiff_t kBehindHeader = 33;
+  png.insert(png.begin() + kBehindHeader, chunk.begin(), chunk.end());
+  const CommandResult result = bench_.Export({bench_.Write("held.png", png), "--mode", "ntsc"});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_THAT(result.err, HasSubstr("asks to be turned or mirrored (EXIF orientation 6); mixdecks "
+                                    "exports it as it lies"));
+}
+
 TEST_F(ExportInputTest, RefusesOptionsOutOfRange) {
   const std::string picture = Picture();
   const std::pair<std::vector<std::string>, const char*> cases[] = {

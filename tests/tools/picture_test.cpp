@@ -3,12 +3,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
 #include <functional>
 
 #include "tests/tools/picture_files.h"
 #include "tools/picture/picture_decoder.h"
 #include "tools/picture/picture_error.h"
+#include "tools/picture/picture_limits.h"
 
 namespace mixdecks {
 namespace {
@@ -282,6 +284,79 @@ TEST(PictureTest, RefusesSidesThatNoDocumentHas) {
               HasSubstr("more than 2 GB"));
   EXPECT_THAT(ErrorOf(test::PsdFile({.width = 32767, .height = 32767, .channels = {{}, {}, {}}})),
               HasSubstr("ends early"));
+}
+
+/// A picture of some size and depth that cannot be used, and a size told that can.
+struct LargePicture {
+  PictureFormat format;
+  std::uint32_t width;
+  std::uint32_t height;
+  int depth;
+  int pngChannels;
+  const char* fittingSize;
+};
+
+TEST(PictureTest, TellsTheLargestAreas) {
+  constexpr auto png = PictureFormat::kPng;
+  constexpr auto psd = PictureFormat::kPsd;
+  const LargePicture cases[] = {
+      {psd, 32767, 16385, 8, 4, "32766 x 16384"}, {psd, 20000, 15000, 16, 4, "18918 x 14188"},
+      {png, 16384, 16385, 8, 4, "16383 x 16384"}, {png, 20000, 15000, 8, 4, "18918 x 14188"},
+      {png, 20000, 17896, 8, 3, "19999 x 17895"}, {png, 16385, 16383, 16, 4, "16384 x 16382"},
+  };
+  for (const LargePicture& large : cases) {
+    SCOPED_TRACE(large.fittingSize);
+    PictureHeader header{large.format, large.width, large.height, large.depth};
+    header.pngChannels = large.pngChannels;
+    try {
+      CheckArea(header);
+      ADD_FAILURE() << "not refused";
+    } catch (const PictureError& error) {
+      EXPECT_THAT(error.what(), HasSubstr(std::to_string(large.width)));
+      EXPECT_THAT(error.Remedy(), HasSubstr(large.fittingSize));
+    }
+    std::sscanf(large.fittingSize, "%u x %u", &header.width, &header.height);
+    EXPECT_NO_THROW(CheckArea(header));
+  }
+  EXPECT_THAT(ErrorOf(test::PngFile(20000, 15000, test::kPngRgba, 8, {})),
+              HasSubstr("268435456 pixels"));
+}
+
+// A byte order, a directory behind it, and in it a width and the orientation.
+Bytes Exif(bool little, std::uint32_t orientation) {
+  ByteWriter writer;
+  if (little) {
+    writer.Text("II").Little16(42).Little32(10).Raw({0, 0}).Little16(2);
+    writer.Little16(0x0100).Little16(3).Little32(1).Little32(7);
+    return writer.Little16(0x0112).Little16(3).Little32(1).Little32(orientation).Done();
+  }
+  writer.Text("MM").Big16(42).Big32(8).Big16(1);
+  return writer.Big16(0x0112).Big16(3).Big32(1).Big16(orientation).Big16(0).Done();
+}
+
+Bytes Insert(Bytes file, std::size_t place, const Bytes& piece) {
+  file.insert(file.begin() + static_cast<std::ptrdiff_t>(place), piece.begin(), piece.end());
+  return file;
+}
+
+Bytes JpegWithExif(const Bytes& exif) {
+  const auto length = static_cast<std::uint32_t>(exif.size()) + 8;
+  const Bytes segment =
+      ByteWriter().Big16(0xFFE1).Big16(length).Text("Exif").Big16(0).Raw(exif).Done();
+  return Insert(test::JpegFile(8, 8, Bytes(8 * 8 * 3, 200)), 2, segment);
+}
+
+TEST(PictureTest, TellsHowThePictureAsksToBeTurned) {
+  EXPECT_EQ(DecodePicture(JpegWithExif(Exif(true, 6))).orientation, 6);
+  EXPECT_EQ(DecodePicture(JpegWithExif(Exif(false, 3))).orientation, 3);
+  EXPECT_EQ(DecodePicture(Insert(test::PngFile(2, 1, test::kPngRgb, 8, kRgb), 33,
+                                 test::PngChunk("eXIf", Exif(false, 8))))
+                .orientation,
+            8);
+  EXPECT_EQ(DecodePicture(test::JpegFile(8, 8, Bytes(8 * 8 * 3, 200))).orientation, 1);
+  EXPECT_EQ(DecodePicture(JpegWithExif(Exif(true, 9))).orientation, 1);
+  for (std::size_t cut = 1; cut < 20; ++cut)
+    EXPECT_EQ(DecodePicture(JpegWithExif(Cut(Exif(false, 3), cut))).orientation, 1) << cut;
 }
 
 TEST(PictureTest, ReadsTheLongestRow) {

@@ -23,9 +23,16 @@ auto WithFile(const std::string& path, Step step) {
   }
 }
 
-Picture ReadPicture(const std::string& path) {
+Picture ReadPicture(const std::string& path, std::vector<std::string>& warnings) {
   const std::vector<std::uint8_t> file = ReadInputFile(path);
-  return WithFile(path, [&] { return DecodePicture(file); });
+  Picture picture = WithFile(path, [&] { return DecodePicture(file); });
+  if (picture.orientation != 1) {
+    warnings.push_back(
+        fmt::format("{} asks to be turned or mirrored (EXIF orientation {}); mixdecks exports it "
+                    "as it lies",
+                    path, picture.orientation));
+  }
+  return picture;
 }
 
 void WarnOfDeepColours(const ExportOptions& options, const HostDocument& document,
@@ -40,7 +47,7 @@ void WarnOfDeepColours(const ExportOptions& options, const HostDocument& documen
 }  // namespace
 
 Picture OpenDocument(const ExportOptions& options, std::vector<std::string>& warnings) {
-  Picture picture = ReadPicture(options.picture);
+  Picture picture = ReadPicture(options.picture, warnings);
   HostDocument& document = picture.document;
   document.fileName = options.picture == kStandardInput
                           ? ProposedName(options.picture)
@@ -48,7 +55,7 @@ Picture OpenDocument(const ExportOptions& options, std::vector<std::string>& war
   if (options.toRgb) WithFile(options.picture, [&] { ConvertToRgb(document); });
   if (options.depth) ConvertDepth(document, static_cast<std::int16_t>(*options.depth));
   for (const std::string& path : options.alphaChannels) {
-    HostDocument alpha = ReadPicture(path).document;
+    HostDocument alpha = ReadPicture(path, warnings).document;
     WithFile(path, [&] { AddAlphaChannel(document, std::move(alpha)); });
   }
   WarnOfDeepColours(options, document, warnings);

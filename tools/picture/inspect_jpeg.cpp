@@ -1,8 +1,11 @@
 #include "tools/picture/byte_reader.h"
+#include "tools/picture/exif_orientation.h"
 #include "tools/picture/format_inspectors.h"
 
 namespace mixdecks {
 namespace {
+
+using namespace std::string_view_literals;
 
 constexpr std::uint8_t kFrameFirst = 0xC0;
 constexpr std::uint8_t kHuffmanTables = 0xC4;
@@ -14,7 +17,10 @@ constexpr std::uint8_t kRestartLast = 0xD7;
 constexpr std::uint8_t kStartOfImage = 0xD8;
 constexpr std::uint8_t kEndOfImage = 0xD9;
 constexpr std::uint8_t kStartOfScan = 0xDA;
+constexpr std::uint8_t kExifSegment = 0xE1;
 constexpr std::uint8_t kTemporary = 0x01;
+
+constexpr std::string_view kExifSignature = "Exif\0\0"sv;
 
 bool IsFrame(std::uint8_t marker) {
   return marker >= kFrameFirst && marker <= kFrameLast && marker != kHuffmanTables &&
@@ -84,6 +90,7 @@ PictureHeader InspectJpeg(std::span<const std::uint8_t> file) {
   ByteReader reader(file);
   reader.Skip(2);
   PictureHeader header;
+  int orientation = header.orientation;
   bool frameSeen = false;
   bool insideScan = false;
   for (;;) {
@@ -94,6 +101,9 @@ PictureHeader InspectJpeg(std::span<const std::uint8_t> file) {
     if (length < 2) throw DamagedPicture("a segment without a length");
     const auto segment = reader.Take(length - 2u);
     if (marker == kHuffmanTables) CheckHuffmanTables(segment);
+    if (marker == kExifSegment && StartsWith(segment, kExifSignature)) {
+      orientation = ExifOrientation(segment.subspan(kExifSignature.size()));
+    }
     if (IsFrame(marker)) {
       header = ReadFrame(segment);
       frameSeen = true;
@@ -102,6 +112,7 @@ PictureHeader InspectJpeg(std::span<const std::uint8_t> file) {
     if (insideScan && !frameSeen) throw DamagedPicture("picture data before the frame header");
   }
   if (!frameSeen) throw DamagedPicture("there is no picture in it");
+  header.orientation = orientation;
   return header;
 }
 

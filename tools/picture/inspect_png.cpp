@@ -3,6 +3,7 @@
 #include <array>
 
 #include "tools/picture/byte_reader.h"
+#include "tools/picture/exif_orientation.h"
 #include "tools/picture/format_inspectors.h"
 
 namespace mixdecks {
@@ -32,6 +33,7 @@ constexpr std::size_t kSignatureBytes = 8;
 constexpr std::size_t kTypeBytes = 4;
 
 constexpr int kColourGrey = 0;
+constexpr int kColourRgb = 2;
 constexpr int kColourIndexed = 3;
 constexpr int kColourGreyAlpha = 4;
 
@@ -47,13 +49,28 @@ ColourMode ModeOf(int colourType) {
   }
 }
 
+int ChannelsOf(int colourType) {
+  switch (colourType) {
+    case kColourGrey:
+      return 1;
+    case kColourGreyAlpha:
+      return 2;
+    case kColourRgb:
+      return 3;
+    default:
+      return 4;
+  }
+}
+
 PictureHeader ReadHeaderChunk(std::span<const std::uint8_t> chunk) {
   ByteReader reader(chunk);
   PictureHeader header;
   header.width = reader.Big32();
   header.height = reader.Big32();
   header.depth = reader.Byte() == 16 ? 16 : 8;
-  header.mode = ModeOf(reader.Byte());
+  const int colourType = reader.Byte();
+  header.mode = ModeOf(colourType);
+  header.pngChannels = ChannelsOf(colourType);
   return header;
 }
 
@@ -72,6 +89,7 @@ PictureHeader InspectPng(std::span<const std::uint8_t> file) {
     }
     if (first != (type == "IHDR")) throw DamagedPicture("its header is missing or not the first");
     if (first) header = ReadHeaderChunk(chunk.subspan(kTypeBytes));
+    if (type == "eXIf") header.orientation = ExifOrientation(chunk.subspan(kTypeBytes));
     if (type == "IEND") return header;
   }
 }

@@ -3,10 +3,10 @@
 #include <fmt/format.h>
 
 #include <cstring>
-#include <limits>
 #include <utility>
 
 #include "tools/picture/picture_error.h"
+#include "tools/picture/picture_limits.h"
 #include "tools/picture/pnm_file.h"
 #include "tools/picture/psd_file.h"
 #include "tools/picture/stb_decoder.h"
@@ -15,17 +15,6 @@ namespace mixdecks {
 namespace {
 
 constexpr const char* kConvertToRgb = "convert it to RGB";
-
-/// Four samples a pixel must stay below 2 GB, here as in the plug-in.
-void CheckArea(const PictureHeader& header) {
-  const std::uint64_t bytes = std::uint64_t{header.width} * header.height * 4 *
-                              static_cast<std::uint64_t>(header.depth / 8);
-  if (bytes > static_cast<std::uint64_t>(std::numeric_limits<std::int32_t>::max())) {
-    throw PictureError(fmt::format("{} x {} pixels of {} bits per channel are more than 2 GB",
-                                   header.width, header.height, header.depth),
-                       "scale the picture down");
-  }
-}
 
 HostDocument DecodeChannels(std::span<const std::uint8_t> file, const PictureHeader& header) {
   switch (header.format) {
@@ -107,7 +96,7 @@ void CountPlanes(HostDocument& document) {
 
 Picture DecodePicture(std::span<const std::uint8_t> file) {
   const PictureHeader header = InspectPicture(file);
-  Picture picture{header.format, EmptyDocument(header)};
+  Picture picture{header.format, header.orientation, EmptyDocument(header)};
   HostDocument& document = picture.document;
   if (CanDecode(header)) {
     CheckArea(header);

@@ -15,6 +15,7 @@ namespace mixdecks {
 /// other mode, which the plug-in refuses anyway.
 struct Picture {
   PictureFormat format{};
+  int orientation = 1;  ///< as in `PictureHeader`; the document lies as the file does
   HostDocument document;
 };
 

@@ -36,6 +36,8 @@ struct PictureHeader {
   std::uint32_t height = 0;  ///< pixels, 1 to kLargestSide
   int depth = 8;             ///< bits per sample once decoded: 8 or 16
   ColourMode mode = ColourMode::kRgb;
+  int pngChannels = 4;  ///< that the PNG decoder counts; a palette stands for all four
+  int orientation = 1;  ///< `ExifOrientation`
 };
 
 /// Sides are 16-bit numbers in the host's record.
