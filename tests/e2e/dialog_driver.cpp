@@ -52,14 +52,14 @@ bool DialogDriver::WaitUntil(const char* what, const std::function<bool()>& cond
   bool holds = false;
   WaitFor([&] { return (holds = condition()) || ended_; });
   EXPECT_TRUE(holds) << what << (ended_ ? ": the selector has returned" : ": not in time");
-  if (holds) Settle();
+  if (holds) Settle(dialog_);
   return holds;
 }
 
-void DialogDriver::Settle() const {
+void DialogDriver::Settle(HWND window) {
   DWORD_PTR answer = 0;
   const auto patience = static_cast<UINT>(std::chrono::milliseconds(kPatience).count());
-  if (dialog_) SendMessageTimeoutW(dialog_, WM_NULL, 0, 0, SMTO_NORMAL, patience, &answer);
+  if (window) SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, patience, &answer);
 }
 
 std::vector<HWND> DialogDriver::DialogWindows() const {
@@ -84,7 +84,7 @@ bool DialogDriver::WaitForDialog() {
     return dialog_ != nullptr;
   });
   // Answered as soon as the thread looks at messages, which it does once the dialog is filled in.
-  if (found) Settle();
+  if (found) Settle(dialog_);
   return found;
 }
 
@@ -204,7 +204,11 @@ std::optional<MessageBoxView> DialogDriver::WaitForBox() {
     boxes = Boxes();
     return !boxes.empty() && !boxes.front().text.empty();
   });
-  return shown ? std::optional(boxes.front()) : std::nullopt;
+  if (!shown) return std::nullopt;
+  // Its text is there before its icon is, and before it takes away the buttons that it lacks.
+  Settle(boxes.front().window);
+  boxes = Boxes();
+  return boxes.empty() ? std::nullopt : std::optional(boxes.front());
 }
 
 void DialogDriver::Answer(const MessageBoxView& box) {

@@ -84,8 +84,8 @@ class DialogDriver {
  private:
   std::vector<HWND> DialogWindows() const;
   std::u16string TextOf(HWND window) const;
-  /// Waits until the dialog's thread is between two messages, as far as patience goes.
-  void Settle() const;
+  /// Waits until a window's thread is between two messages, as far as patience goes.
+  static void Settle(HWND window);
 
   DWORD pluginThread_;
   const std::atomic<bool>& ended_;
