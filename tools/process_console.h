@@ -10,7 +10,7 @@ namespace mixdecks {
 std::vector<std::string> CommandLineWords(int count, char** arguments);
 
 /// Makes the standard streams carry UTF-8 text, and bytes from the standard input unchanged. Once,
-/// before they are used.
+/// before they are used. A console has its own code page back when the process exits.
 void PrepareStreams();
 
 }  // namespace mixdecks

@@ -5,10 +5,22 @@
 // After it.
 #include <shellapi.h>
 
+#include <cstdlib>
+
 #include "simulator/unicode.h"
 #include "tools/process_console.h"
 
 namespace mixdecks {
+namespace {
+
+/// 0 without a console.
+UINT formerCodePage = 0;
+
+void RestoreCodePage() {
+  if (formerCodePage != 0) SetConsoleOutputCP(formerCodePage);
+}
+
+}  // namespace
 
 std::vector<std::string> CommandLineWords(int /*count*/, char** /*arguments*/) {
   // What `main` gets has lost the characters that the system's code page does not have.
@@ -23,6 +35,9 @@ std::vector<std::string> CommandLineWords(int /*count*/, char** /*arguments*/) {
 }
 
 void PrepareStreams() {
+  // The console stays, with others who write to it.
+  formerCodePage = GetConsoleOutputCP();
+  std::atexit(RestoreCodePage);
   SetConsoleOutputCP(CP_UTF8);
   _setmode(_fileno(stdin), _O_BINARY);
 }
