@@ -54,6 +54,11 @@ PoolContents StillPool::Contents() const {
   return contents_;
 }
 
+std::string StillPool::LastFailure() const {
+  const std::lock_guard lock(contentsMutex_);
+  return lastFailure_;
+}
+
 std::vector<std::uint8_t> StillPool::Frame(std::uint32_t slot) const {
   const std::lock_guard lock(storeMutex_);
   if (!store_->Contents().slots[slot]) return {};
@@ -108,6 +113,11 @@ void StillPool::Change(const std::function<void(StillStore&)>& change) {
   };
   try {
     change(*store_);
+  } catch (const PoolError& error) {
+    takeOver();
+    const std::lock_guard contentsLock(contentsMutex_);
+    lastFailure_ = error.what();
+    throw;
   } catch (...) {
     takeOver();
     throw;

@@ -10,6 +10,7 @@
 #include <mutex>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -37,6 +38,8 @@ class StillPool {
   std::vector<std::uint8_t> Frame(std::uint32_t slot) const;
 
   // Changes throw `PoolError` when they could not be kept or finished.
+  /// The text of the last one; empty as long as there was none.
+  std::string LastFailure() const;
 
   /// Stores a frame of mode `mode`, whose size it has.
   SlotChange Store(std::uint32_t slot, std::u16string_view name, std::uint32_t mode,
@@ -59,6 +62,7 @@ class StillPool {
 
   mutable std::mutex contentsMutex_;
   PoolContents contents_;  ///< what the store had after its last change
+  std::string lastFailure_;
   const std::uint32_t slotCount_;
   const std::uint32_t playerCount_;
 };

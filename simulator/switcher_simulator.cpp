@@ -103,6 +103,10 @@ std::vector<std::uint8_t> SwitcherSimulator::Frame(std::uint32_t slot) const {
                                               : std::vector<std::uint8_t>();
 }
 
+std::string SwitcherSimulator::PoolFailure() const {
+  return switcher_->Pool().LastFailure();
+}
+
 std::uint32_t SwitcherSimulator::LiveObjects() const {
   return switcher_->Objects().LiveObjects();
 }

@@ -74,6 +74,9 @@ class SwitcherSimulator {
   /// The frame in a slot, rows of width * 4 bytes; empty for an empty slot. Throws `PoolError`
   /// when the pool's file cannot be read.
   std::vector<std::uint8_t> Frame(std::uint32_t slot) const;
+  /// Why the pool could not keep a change, the last time that it could not; empty as long as it
+  /// kept all. Clients only learn that something failed.
+  std::string PoolFailure() const;
   /// Service objects that clients hold.
   std::uint32_t LiveObjects() const;
 

@@ -1,11 +1,14 @@
 #include "tools/command_line.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <new>
 
 #include <CLI/CLI.hpp>
 
 #include "tools/export_command.h"
+#include "tools/json_text.h"
 #include "tools/pool_command.h"
 
 namespace mixdecks {
@@ -36,6 +39,45 @@ int RunParsed(CLI::App& app, const std::vector<std::string>& words, const Consol
   }
 }
 
+/// Tells an error to people, and to programs that asked for JSON. Asked for that the words can be:
+/// also when they are at fault.
+int Tell(const UserError& error, const std::vector<std::string>& words, const Console& console) {
+  if (std::ranges::find(words, "--json") != words.end()) {
+    console.out << JsonText({{"error",
+                              {{"what", error.What()},
+                               {"why", error.Why()},
+                               {"remedy", error.Remedy()},
+                               {"exitCode", error.ExitCode()}}}});
+  }
+  console.Report(error);
+  return error.ExitCode();
+}
+
+/// A result that nobody can read is none.
+void FinishOutput(const Console& console) {
+  errno = 0;
+  console.out.flush();
+  if (console.out) return;
+  throw Failure("standard output", errno != 0 ? std::strerror(errno) : "it cannot be written",
+                "free some space, or send the output elsewhere");
+}
+
+int RunGuarded(const std::vector<std::string>& words, CLI::App& app, const Console& console) {
+  try {
+    const int exitCode = RunParsed(app, words, console);
+    FinishOutput(console);
+    return exitCode;
+  } catch (const UserError& error) {
+    return Tell(error, words, console);
+  } catch (const std::bad_alloc&) {
+    return Tell(Failure("memory", "there is not enough of it", "close other programs"), words,
+                console);
+  } catch (const std::exception& error) {
+    return Tell(Failure("internal fault", error.what(), "please report this message"), words,
+                console);
+  }
+}
+
 }  // namespace
 
 int RunCommandLine(const std::vector<std::string>& words, const Console& console) {
@@ -45,17 +87,7 @@ int RunCommandLine(const std::vector<std::string>& words, const Console& console
   app.set_version_flag("--version", "mixdecks " MIXDECKS_VERSION, "Print the version and exit");
   AddExportCommand(app, console);
   AddPoolCommand(app, console);
-  try {
-    return RunParsed(app, words, console);
-  } catch (const UserError& error) {
-    console.Report(error);
-    return error.ExitCode();
-  } catch (const std::bad_alloc&) {
-    console.Report(Failure("memory", "there is not enough of it", "close other programs"));
-  } catch (const std::exception& error) {
-    console.Report(Failure("internal fault", error.what(), "please report this message"));
-  }
-  return kExitFailure;
+  return RunGuarded(words, app, console);
 }
 
 }  // namespace mixdecks

@@ -4,15 +4,17 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <CLI/CLI.hpp>
-#include <nlohmann/json.hpp>
 
 #include "simulator/code_text.h"
 #include "tools/export/export_run.h"
 #include "tools/export/plugin_run.h"
+#include "tools/json_text.h"
 #include "transfer/video_modes.h"
 
 namespace mixdecks {
@@ -99,33 +101,22 @@ void AddSwitcherOptions(CLI::App& command, ExportOptions& options) {
       ->type_name("SECONDS");
 }
 
-void PrintError(const UserError& error, const Console& console) {
-  const nlohmann::ordered_json json = {{"error",
-                                        {{"what", error.What()},
-                                         {"why", error.Why()},
-                                         {"remedy", error.Remedy()},
-                                         {"exitCode", error.ExitCode()}}}};
-  console.out << json.dump(2) << '\n';
-}
-
 ExportReport Export(const ExportOptions& options, const Console& console) {
-  const auto warn = [&console](const std::string& warning) { console.Warn(warning); };
-  if (const auto report = RunPluginExport(options, warn)) return *report;
-  return RunExport(options, warn);
+  std::vector<std::string> warnings;
+  const auto warn = [&](const std::string& warning) {
+    console.Warn(warning);
+    warnings.push_back(warning);
+  };
+  std::optional<ExportReport> report = RunPluginExport(options, warn);
+  if (!report) report = RunExport(options, warn);
+  report->warnings = std::move(warnings);
+  return *std::move(report);
 }
 
 void Run(const ExportOptions& options, const Console& console) {
   if (ShowPluginAbout(options)) return;
-  if (!options.json) {
-    console.out << TextOf(Export(options, console));
-    return;
-  }
-  try {
-    console.out << JsonOf(Export(options, console)).dump(2) << '\n';
-  } catch (const UserError& error) {
-    PrintError(error, console);
-    throw;
-  }
+  const ExportReport report = Export(options, console);
+  console.out << (options.json ? JsonText(JsonOf(report)) : TextOf(report));
 }
 
 }  // namespace

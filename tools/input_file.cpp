@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iostream>
 
+#include "tools/interrupt.h"
 #include "tools/path_text.h"
 #include "tools/user_error.h"
 
@@ -27,7 +28,10 @@ std::vector<std::uint8_t> ReadAll(std::istream& stream, const std::string& path)
 }  // namespace
 
 std::vector<std::uint8_t> ReadInputFile(const std::string& path) {
-  if (path == kStandardInput) return ReadAll(std::cin, "standard input");
+  if (path == kStandardInput) {
+    const InterruptEndsProcess ends;
+    return ReadAll(std::cin, "standard input");
+  }
   const std::filesystem::path file = PathOf(path);
   std::error_code ignored;
   if (std::filesystem::is_directory(file, ignored)) {

@@ -2,15 +2,20 @@
 
 #include <atomic>
 #include <csignal>
+#include <cstdlib>
+
+#include "tools/user_error.h"
 
 namespace mixdecks {
 namespace {
 
 std::atomic<bool> interruptRequested = false;
+std::atomic<bool> endAtOnce = false;
 static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler may store it");
 
 extern "C" void NoteInterrupt(int signal) {
   interruptRequested.store(true);
+  if (endAtOnce.load()) std::_Exit(kExitInterrupted);
   std::signal(signal, SIG_DFL);
 }
 
@@ -23,6 +28,17 @@ void WatchForInterrupt() {
 
 bool InterruptRequested() noexcept {
   return interruptRequested.load();
+}
+
+InterruptEndsProcess::InterruptEndsProcess() {
+  endAtOnce.store(true);
+  if (!InterruptRequested()) return;
+  endAtOnce.store(false);
+  throw UserError(kExitInterrupted, "standard input", "interrupted while reading it", "");
+}
+
+InterruptEndsProcess::~InterruptEndsProcess() {
+  endAtOnce.store(false);
 }
 
 void SetInterruptRequested(bool requested) noexcept {

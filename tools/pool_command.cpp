@@ -10,7 +10,9 @@
 #include "simulator/code_text.h"
 #include "simulator/pool.h"
 #include "simulator/unicode.h"
+#include "tools/json_text.h"
 #include "tools/path_text.h"
+#include "tools/pool_failure.h"
 
 namespace mixdecks {
 namespace {
@@ -32,7 +34,7 @@ PoolContents Load(const std::string& pool) {
   try {
     return simulator::LoadPool(PathOf(pool));
   } catch (const simulator::PoolError& error) {
-    throw Failure(error.what(), "", "");
+    throw PoolFailure(PathOf(pool), error.what());
   }
 }
 
@@ -94,7 +96,7 @@ nlohmann::ordered_json JsonOf(const std::string& pool, const PoolContents& conte
 void Run(const PoolOptions& options, const Console& console) {
   const PoolContents contents = Load(options.pool);
   if (options.json) {
-    console.out << JsonOf(options.pool, contents).dump(2) << '\n';
+    console.out << JsonText(JsonOf(options.pool, contents));
   } else {
     console.out << TextOf(options.pool, contents);
   }

@@ -15,6 +15,7 @@ using test::kOtherSmallMode;
 using test::kSmallMode;
 using test::TemporaryFolder;
 using test::TestClient;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 Scenario Small() {
@@ -84,6 +85,7 @@ TEST(Station, IsNoBusinessOfTheClientWhenTheDiskRefuses) {
   EXPECT_EQ(client.stills->GetCount(&count), kResultOk);
   EXPECT_EQ(client.Upload(1, u"Ours", GreyFrame(kSmallMode, 200)), "fail");
   EXPECT_EQ(simulator.Contents(), contents);
+  EXPECT_THAT(simulator.PoolFailure(), HasSubstr("index.html.new: cannot be written"));
   EXPECT_THROW(simulator.ClearStill(0), PoolError);
   client.Close();
   simulator.Shutdown();

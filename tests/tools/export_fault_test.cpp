@@ -7,7 +7,9 @@
 #include <nlohmann/json.hpp>
 
 #include "simulator/pool.h"
+#include "simulator/unicode.h"
 #include "tests/tools/command_bench.h"
+#include "tools/path_text.h"
 
 namespace mixdecks {
 namespace {
@@ -162,6 +164,22 @@ TEST(ExportFaults, ASwitcherMayHaveNoSlotsAtAll) {
   const CommandResult result = switcher.ExportWithFault({});
   EXPECT_EQ(result.exitCode, 2);
   EXPECT_THAT(result.err, HasSubstr("the switcher has 0 slots"));
+}
+
+TEST(ExportFaults, TellsWhyThePoolCannotKeepTheStill) {
+  const FaultySwitcher switcher("{}");
+  ASSERT_EQ(switcher.Export({"--name", "before", "--mode", "ntsc"}).exitCode, 0);
+  // Folders where files are to be written.
+  const std::filesystem::path staged = PathOf(switcher.Bench().Pool()) / "slot-02.ay10.new";
+  std::filesystem::create_directories(staged / "in the way");
+  const CommandResult result = switcher.Export({"--slot", "2", "--json"});
+  EXPECT_EQ(result.exitCode, 1);
+  const nlohmann::json error = nlohmann::json::parse(result.out)["error"];
+  EXPECT_EQ(error["what"], simulator::PathText(staged));
+  EXPECT_THAT(error["why"].get<std::string>(), testing::StartsWith("cannot be written: "));
+  EXPECT_THAT(error["remedy"].get<std::string>(),
+              HasSubstr("free some space or choose another --pool"));
+  switcher.Bench().ExpectWholePool();
 }
 
 /// A point at which the switcher goes away, and whether the still can be in the pool by then.

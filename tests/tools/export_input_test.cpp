@@ -76,7 +76,8 @@ TEST_F(ExportInputTest, LetsThePluginRefuseOtherModesThanRgb) {
     ExpectRefusal({file}, 1, mode);
     ExpectRefusal({file}, 1, "not in RGB mode");
     ExpectRefusal({file}, 1, "-30201");
-    ExpectRefusal({file}, 1, "convert it to RGB");
+    const bool ours = mode == std::string_view("greyscale") || mode == std::string_view("indexed");
+    ExpectRefusal({file}, 1, ours ? "give --rgb" : "convert it to RGB in an image editor");
   }
   EXPECT_EQ(bench_.Export({files[0].first, "--rgb", "--mode", "ntsc"}).exitCode, 0);
   EXPECT_EQ(bench_.Export({files[1].first, "--rgb", "--mode", "ntsc"}).exitCode, 0);
@@ -199,6 +200,58 @@ TEST_F(ExportInputTest, TellsErrorsAsJsonToo) {
   EXPECT_EQ(json["error"]["exitCode"], 1);
   EXPECT_EQ(json["error"]["what"], bench_.Path("missing.png"));
   EXPECT_THAT(result.err, StartsWith("mixdecks: "));
+}
+
+TEST_F(ExportInputTest, TellsEveryErrorAsJson) {
+  const std::string foreign = bench_.Path("foreign");
+  std::filesystem::create_directory(foreign);
+  bench_.Write("foreign/letter.txt", "Dear");
+  const std::string scenario = bench_.Write("scenario.json", R"({"slot": 3})");
+  const struct {
+    std::vector<std::string> words;
+    int exitCode;
+    std::string what;
+    const char* why;
+    const char* remedy;
+  } cases[] = {
+      {{"export", "--json"}, 2, "mixdecks export", "IMAGE is required", "--help"},
+      {{"import", "--json"}, 2, "command line", "", "--help"},
+      {{"export", Picture(), "--slot", "x", "--json"}, 2, "mixdecks export", "--slot", "--help"},
+      {{"pool", "--pool", bench_.Path("none"), "--json"},
+       1,
+       bench_.Path("none"),
+       "there is no such folder",
+       "an export makes a pool"},
+      {{"export", Picture(), "--pool", foreign, "--json"},
+       1,
+       foreign,
+       "the folder holds other files and no pool",
+       "choose another one"},
+      {{"export", Picture(), "--scenario", scenario, "--json"},
+       1,
+       scenario,
+       "unknown key \"slot\"",
+       "put the scenario right"},
+  };
+  for (const auto& fault : cases) {
+    SCOPED_TRACE(testing::PrintToString(fault.words));
+    const CommandResult result = bench_.Run(fault.words);
+    EXPECT_EQ(result.exitCode, fault.exitCode);
+    const nlohmann::json error = nlohmann::json::parse(result.out)["error"];
+    EXPECT_EQ(error["exitCode"], fault.exitCode);
+    EXPECT_EQ(error["what"], fault.what);
+    EXPECT_THAT(error["why"].get<std::string>(), HasSubstr(fault.why));
+    EXPECT_THAT(error["remedy"].get<std::string>(), HasSubstr(fault.remedy));
+  }
+}
+
+TEST_F(ExportInputTest, TellsWarningsInTheResultToo) {
+  const std::vector<std::string> words = {Picture(), "--json", "--mode", "ntsc"};
+  EXPECT_EQ(nlohmann::json::parse(bench_.Export(words).out)["warnings"], nlohmann::json::array());
+  std::vector<std::string> longName = words;
+  longName.insert(longName.end(), {"--name", std::string(300, 'n')});
+  EXPECT_EQ(nlohmann::json::parse(bench_.Export(longName).out)["warnings"],
+            nlohmann::json({"the name was cut to 254 characters"}));
 }
 
 TEST_F(ExportInputTest, NamesTheStillAfterTheFile) {

@@ -1,9 +1,13 @@
 // What only the built command as a process can show: exit codes, standard input, Ctrl-C, and being
 // killed at any moment.
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <filesystem>
@@ -55,6 +59,12 @@ TEST_F(ProcessTest, ReadsStandardInput) {
   EXPECT_THAT(test::ReadText(bench_.Path("output")), HasSubstr("Exported \"still\""));
 }
 
+TEST_F(ProcessTest, TellsFileNamesThatAreNoTextAsJson) {
+  ChildProcess process({"export", "\xFF.png", "--json"}, "", bench_.Path("output"), "");
+  EXPECT_EQ(process.Wait().exitCode, 1);
+  EXPECT_THAT(test::ReadText(bench_.Path("output")), HasSubstr("\"what\": \"\uFFFD.png\""));
+}
+
 TEST_F(ProcessTest, ClosesInOrderOnCtrlC) {
   const std::string scenario = bench_.Write(
       "slow.json", R"({"mode": "ntsc", "connectDelay": 600000, "uploadTime": 600000})");
@@ -65,6 +75,38 @@ TEST_F(ProcessTest, ClosesInOrderOnCtrlC) {
   EXPECT_THAT(Errors(), HasSubstr("interrupted while"));
   bench_.ExpectWholePool();
   EXPECT_EQ(ChildProcess(ExportWords(), "", "", "").Wait().exitCode, 0);
+}
+
+TEST_F(ProcessTest, EndsAtOnceOnCtrlCWhileItReadsStandardInput) {
+  const std::string pipe = bench_.Path("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const int end = open(pipe.c_str(), O_RDWR);  // neither side waits for the other
+  ASSERT_GE(end, 0);
+  ChildProcess process({"export", "-", "--pool", bench_.Pool()}, pipe, "", "");
+  ASSERT_EQ(write(end, "P6", 2), 2);
+  const auto limit = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+  for (int unread = 2; unread > 0; std::this_thread::yield()) {
+    ASSERT_EQ(ioctl(end, FIONREAD, &unread), 0);
+    ASSERT_LT(std::chrono::steady_clock::now(), limit);
+  }
+  process.Signal(SIGINT);
+  EXPECT_EQ(process.Wait().exitCode, 130);
+  EXPECT_FALSE(std::filesystem::exists(bench_.Pool()));
+  close(end);
+}
+
+TEST_F(ProcessTest, FailsWhenItsOutputCannotBeWritten) {
+  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no device that is always full";
+  const std::vector<std::string> commands[] = {ExportWords({"--mode", "ntsc"}),
+                                               ExportWords({"--json"}),
+                                               {"pool", "--pool", bench_.Pool()},
+                                               {"--help"}};
+  for (const auto& words : commands) {
+    SCOPED_TRACE(words.front());
+    ChildProcess process(words, "", "/dev/full", bench_.Path("errors"));
+    EXPECT_EQ(process.Wait().exitCode, 1);
+    EXPECT_THAT(Errors(), HasSubstr("mixdecks: standard output: No space left on device"));
+  }
 }
 
 TEST_F(ProcessTest, KeepsTwoExportsOutOfOnePool) {

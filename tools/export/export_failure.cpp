@@ -5,7 +5,9 @@
 #include "host/plugin_entry.h"
 #include "simulator/code_text.h"
 #include "simulator/unicode.h"
+#include "tools/path_text.h"
 #include "tools/picture/picture_header.h"
+#include "tools/pool_failure.h"
 #include "transfer/service_contract.h"
 
 namespace mixdecks {
@@ -52,6 +54,12 @@ UserError ServiceMissing(const ExportOptions& options, const ExportOutcome& outc
                      : "the scenario takes the service away; leave that out");
 }
 
+/// What `--rgb` does not convert needs an image editor, which knows profiles.
+const char* ConversionToRgb(ColourMode mode) {
+  const bool ours = mode == ColourMode::kGrey || mode == ColourMode::kIndexed;
+  return ours ? "give --rgb to convert it to RGB first" : "convert it to RGB in an image editor";
+}
+
 UserError NotConnected(const ExportOptions& options, const ExportOutcome& outcome) {
   if (outcome.connectReason == kReasonFirmware) {
     return Failure(Switcher(options), "its software must be updated",
@@ -90,6 +98,9 @@ UserError FailureOf(const ExportOptions& options, const ExportOutcome& outcome) 
                          ? "documents with more than one extra alpha channel cannot be exported"
                          : "use a picture with at most one saved alpha channel");
     case ExportEnd::kFailed:
+      if (!outcome.poolFailure.empty()) {
+        return PoolFailure(PathOf(options.pool), outcome.poolFailure);
+      }
       return Failure(fmt::format("export to slot {}", options.slot),
                      MessagesOr(outcome, "the switcher did not take the still"), kTryAgain);
     case ExportEnd::kDisconnected:
@@ -115,7 +126,7 @@ UserError RefusalOf(const ExportOptions& options, std::int16_t result, std::int1
                    fmt::format("the document is not in RGB mode but in {} mode, and the plug-in "
                                "refuses it (result {})",
                                mode, result),
-                   "convert it to RGB first, or give --rgb for greyscale and indexed colour");
+                   ConversionToRgb(static_cast<ColourMode>(imageMode)));
   }
   if (result == kHostResultNoMemory) {
     return Failure("export", "there is not enough memory", "close other programs");

@@ -10,6 +10,7 @@
 #include "simulator/unicode.h"
 #include "tools/input_file.h"
 #include "tools/path_text.h"
+#include "tools/pool_failure.h"
 #include "tools/user_error.h"
 
 namespace mixdecks {
@@ -78,10 +79,11 @@ std::uint32_t CheckedMode(const std::string& mode) {
 simulator::Scenario ReadScenario(const ExportOptions& options) {
   simulator::Scenario scenario;
   if (options.scenario) {
+    const std::filesystem::path file = PathOf(*options.scenario);
     try {
-      scenario = simulator::LoadScenario(PathOf(*options.scenario));
+      scenario = simulator::LoadScenario(file);
     } catch (const simulator::ScenarioError& error) {
-      throw Failure(error.what(), "", "");
+      throw ScenarioFailure(file, error.what());
     }
   }
   if (options.mode) scenario.mode = CheckedMode(*options.mode);

@@ -42,6 +42,7 @@ struct ExportOutcome {
   bool slotWasUsed = false;            ///< whether there was one
   std::vector<ShownMessage> messages;  ///< in the order they came
   std::string serviceFault;            ///< why the registered simulator could not serve, if told
+  std::string poolFailure;             ///< why the pool could not keep a change, if it could not
   bool cutOff = false;                 ///< whether the switcher had to be switched off to close
 
   std::chrono::steady_clock::duration connecting{};

@@ -105,6 +105,7 @@ nlohmann::ordered_json JsonOf(const ExportReport& report) {
   json["files"] = nlohmann::ordered_json::array();
   for (const auto& file : report.files)
     json["files"].push_back(simulator::PathText(file));
+  json["warnings"] = report.warnings;
   return json;
 }
 

@@ -39,10 +39,11 @@ struct ExportReport {
   std::optional<int> player;            ///< from 1
   bool shown = false;                   ///< whether that player shows the still
   simulator::Still still;
-  std::uint32_t colourSpace = 0;  ///< ColourSpaceIndex
-  std::optional<FitRect> fit;     ///< nothing when the picture had the frame's size
-  bool premultiplied = false;     ///< as ordered; without alpha it changes nothing
-  std::vector<StageTime> times;   ///< in order
+  std::uint32_t colourSpace = 0;      ///< ColourSpaceIndex
+  std::optional<FitRect> fit;         ///< nothing when the picture had the frame's size
+  bool premultiplied = false;         ///< as ordered; without alpha it changes nothing
+  std::vector<std::string> warnings;  ///< what was told besides
+  std::vector<StageTime> times;       ///< in order
   std::filesystem::path pool;
   std::vector<std::filesystem::path> files;
 };

@@ -17,6 +17,7 @@
 #include "tools/interrupt.h"
 #include "tools/memory_host/memory_host.h"
 #include "tools/path_text.h"
+#include "tools/pool_failure.h"
 #include "tools/user_error.h"
 
 namespace mixdecks {
@@ -49,7 +50,7 @@ std::unique_ptr<SwitcherSimulator> SwitchOn(const ExportOptions& options,
   try {
     return std::make_unique<SwitcherSimulator>(scenario, PathOf(options.pool));
   } catch (const simulator::PoolError& error) {
-    throw Failure(error.what(), "", "");
+    throw PoolFailure(PathOf(options.pool), error.what());
   }
 }
 
@@ -103,6 +104,7 @@ ExportReport RunExport(const ExportOptions& options, const WarningSink& warn) {
 
   ExportOutcome outcome = exportOperator.Outcome();
   outcome.messages = boxes.Shown();
+  outcome.poolFailure = simulator->PoolFailure();
   if (result != kHostResultDone) throw RefusalOf(options, result, kImageModeRgb);
   // Equipment that was switched off in the middle has something to complain about.
   if (!outcome.cutOff) {
@@ -110,6 +112,8 @@ ExportReport RunExport(const ExportOptions& options, const WarningSink& warn) {
     CheckRules(simulator->Violations());
   }
   if (outcome.end != ExportEnd::kExported) throw FailureOf(options, outcome);
+  // The still is there; what came after it was lost, such as the media player's choice.
+  if (!outcome.poolFailure.empty()) warn(outcome.poolFailure);
   if (outcome.slotWasUsed) report.replaced = simulator::ToUtf8(outcome.replaced);
   report.times = TimesOf(opening, outcome, clock.Marks());
   DescribeStill(report, plan.orders, simulator->Contents());

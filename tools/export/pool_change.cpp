@@ -1,7 +1,7 @@
 #include "tools/export/pool_change.h"
 
 #include "simulator/file_operations.h"
-#include "tools/user_error.h"
+#include "tools/pool_failure.h"
 
 namespace mixdecks {
 namespace {
@@ -22,7 +22,7 @@ PoolSnapshot TakeSnapshot(const fs::path& pool) {
   try {
     snapshot.contents = simulator::LoadPool(pool);
   } catch (const simulator::PoolError& error) {
-    throw Failure(error.what(), "", "");
+    throw PoolFailure(pool, error.what());
   }
   for (std::uint32_t slot = 0; slot < snapshot.contents.slots.size(); ++slot) {
     const bool used = snapshot.contents.slots[slot].has_value();
