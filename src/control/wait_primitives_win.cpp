@@ -95,7 +95,8 @@ std::uint32_t StartWaitThread(WaitThread& thread, std::uintptr_t /*attributes*/,
   if (thread.handle != nullptr) return 0;
   const DWORD error = GetLastError();
   HeapRelease(start);
-  return error;
+  // 0 would mean that the thread runs, and somebody would wait for it for ever.
+  return error != 0 ? error : kNoMemoryForThread;
 }
 
 int JoinWaitThread(WaitThread thread, std::uintptr_t* exitCode) noexcept {
