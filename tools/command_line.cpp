@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <new>
 
 #include <CLI/CLI.hpp>
 
 #include "tools/export_command.h"
 #include "tools/json_text.h"
+#include "tools/path_text.h"
 #include "tools/pool_command.h"
 
 namespace mixdecks {
@@ -25,6 +27,22 @@ constexpr const char* kExamples =
     "  mixdecks pool\n\n"
     "`mixdecks COMMAND --help` tells more about a command.";
 
+/// What to do about words that do not fit `command`.
+std::string RemedyOf(const CLI::ParseError& error, const std::vector<std::string>& words,
+                     const std::string& command) {
+  const std::string text = error.what();
+  if (text.find("At Most 1 required") != std::string::npos) {
+    return "give " + text.substr(0, text.find(':')) + " once";
+  }
+  for (const std::string& word : words) {
+    std::error_code ignored;
+    if (word.starts_with('-') && std::filesystem::exists(PathOf(word), ignored)) {
+      return "for the file give ./" + word;
+    }
+  }
+  return "see mixdecks" + command + " --help";
+}
+
 int RunParsed(CLI::App& app, const std::vector<std::string>& words, const Console& console) {
   try {
     // The parser takes the words from the back.
@@ -35,7 +53,7 @@ int RunParsed(CLI::App& app, const std::vector<std::string>& words, const Consol
     const auto commands = app.get_subcommands();
     const std::string command = commands.empty() ? "" : " " + commands.front()->get_name();
     throw UsageError(commands.empty() ? "command line" : "mixdecks" + command, error.what(),
-                     "see mixdecks" + command + " --help");
+                     RemedyOf(error, words, command));
   }
 }
 

@@ -13,7 +13,7 @@ struct Console {
   std::ostream& out;
   std::ostream& err;
 
-  void Warn(const std::string& warning) const { err << "mixdecks: warning: " << warning << '\n'; }
+  void Warn(const std::string& warning) const;
   void Report(const UserError& error) const;
 };
 

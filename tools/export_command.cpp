@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,6 +14,7 @@
 #include "tools/export/export_run.h"
 #include "tools/export/plugin_run.h"
 #include "tools/json_text.h"
+#include "tools/video_mode_name.h"
 #include "transfer/video_modes.h"
 
 namespace mixdecks {
@@ -31,15 +31,11 @@ constexpr const char* kExitCodes =
     "Exit codes: 0 the still is in the pool, 1 it is not, 2 a fault in the options,\n"
     "130 stopped with Ctrl-C. The pool is whole in every case.";
 
-/// The codes of the video modes by the size of their stills.
 std::string ModeTable() {
-  std::map<std::pair<std::uint32_t, std::uint32_t>, std::string> codes;
-  for (const VideoModeInfo& mode : VideoModes()) {
-    codes[{mode.width, mode.height}] += " " + simulator::CodeText(mode.code);
-  }
   std::string table = "Video modes:\n";
-  for (const auto& [size, modes] : codes) {
-    table += fmt::format("  {:<12}{}\n", fmt::format("{} x {}", size.first, size.second), modes);
+  for (const VideoModeInfo& mode : VideoModes()) {
+    table += fmt::format("  {}  {:<15} {:>4} x {}\n", simulator::CodeText(mode.code),
+                         NameOfVideoMode(mode.code), mode.width, mode.height);
   }
   return table;
 }
@@ -89,7 +85,7 @@ void AddSwitcherOptions(CLI::App& command, ExportOptions& options) {
       ->type_name("DIR");
   command
       .add_option("--mode", options.mode,
-                  "Video mode of the switcher, such as 10i9 (default: the pool's)")
+                  "Video mode of the switcher, such as 10i9 for 1080i59.94 (default: the pool's)")
       ->type_name("CODE");
   command
       .add_option("--scenario", options.scenario,

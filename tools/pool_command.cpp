@@ -13,6 +13,8 @@
 #include "tools/json_text.h"
 #include "tools/path_text.h"
 #include "tools/pool_failure.h"
+#include "tools/printable_text.h"
+#include "tools/video_mode_name.h"
 
 namespace mixdecks {
 namespace {
@@ -58,11 +60,11 @@ std::string TextOf(const std::string& pool, const PoolContents& contents) {
                         fmt::format("{}x{}", still->width, still->height),
                         simulator::AlphaText(still->alpha),
                         fmt::format("{}", fmt::join(PlayersOf(contents, slot), ",")),
-                        simulator::ToUtf8(still->name));
+                        PrintableText(simulator::ToUtf8(still->name)));
   }
-  std::string text = fmt::format("{}: video mode {}, {} slots ({} used), {} media players\n", pool,
-                                 simulator::CodeText(contents.mode), contents.slots.size(), used,
-                                 contents.players.size());
+  std::string text = fmt::format("{}: video mode {}, {} slots ({} used), {} media players\n",
+                                 PrintableText(pool), VideoModeText(contents.mode),
+                                 contents.slots.size(), used, contents.players.size());
   if (used > 0) text += "slot  size       alpha          players  name\n" + rows;
   return text;
 }
@@ -72,6 +74,7 @@ nlohmann::ordered_json JsonOf(const PoolContents& contents, std::uint32_t slot,
   return {{"slot", slot + 1},
           {"name", simulator::ToUtf8(still.name)},
           {"mode", simulator::CodeText(still.mode)},
+          {"modeName", NameOfVideoMode(still.mode)},
           {"width", still.width},
           {"height", still.height},
           {"alpha", simulator::AlphaText(still.alpha)},
@@ -88,12 +91,14 @@ nlohmann::ordered_json JsonOf(const std::string& pool, const PoolContents& conte
   }
   return {{"pool", pool},
           {"mode", simulator::CodeText(contents.mode)},
+          {"modeName", NameOfVideoMode(contents.mode)},
           {"slots", contents.slots.size()},
           {"players", contents.players.size()},
           {"stills", std::move(stills)}};
 }
 
 void Run(const PoolOptions& options, const Console& console) {
+  CheckPoolName(options.pool);
   const PoolContents contents = Load(options.pool);
   if (options.json) {
     console.out << JsonText(JsonOf(options.pool, contents));

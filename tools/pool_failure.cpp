@@ -1,7 +1,5 @@
 #include "tools/pool_failure.h"
 
-#include <string>
-
 #include "simulator/unicode.h"
 
 namespace mixdecks {
@@ -53,6 +51,12 @@ UserError Split(const std::filesystem::path& subject, std::string_view text,
 }
 
 }  // namespace
+
+void CheckPoolName(const std::string& pool) {
+  if (!pool.empty()) return;
+  throw UsageError("--pool", "the name is empty",
+                   "name the pool's folder, or leave the option out");
+}
 
 UserError PoolFailure(const std::filesystem::path& pool, std::string_view text) {
   return Split(pool, text, kPoolReasons);

@@ -4,10 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <set>
+#include <string>
 
 #include <nlohmann/json.hpp>
 
 #include "tests/tools/command_bench.h"
+#include "tools/video_mode_name.h"
+#include "transfer/video_modes.h"
 
 namespace mixdecks {
 namespace {
@@ -118,6 +122,7 @@ TEST_F(ExportInputTest, RefusesOptionsOutOfRange) {
       {{"--timeout", "soon"}, "--timeout"},
       {{"--name", "\xFF"}, "not valid UTF-8"},
       {{"--premultiply", "--no-premultiply"}, "excludes"},
+      {{"--slot", "1", "--slot", "2"}, "give --slot once"},
       {{"--colour", "red"}, "--help"},
       {{"another.png"}, "--help"},
   };
@@ -127,6 +132,10 @@ TEST_F(ExportInputTest, RefusesOptionsOutOfRange) {
     ExpectRefusal(all, 2, told);
   }
   ExpectRefusal({}, 2, "IMAGE is required");
+  ExpectRefusal({"-", "--alpha-channel", "-"}, 2, "standard input can be read once");
+  EXPECT_THAT(bench_.Run({"pool", "--pool", ""}).err, HasSubstr("--pool: the name is empty"));
+  EXPECT_THAT(bench_.Run({"export", picture, "--pool", ""}).err,
+              HasSubstr("--pool: the name is empty"));
 }
 
 TEST_F(ExportInputTest, RefusesASlotBeyondTheSwitchers) {
@@ -291,6 +300,52 @@ TEST_F(ExportInputTest, KeepsNothingFromOneExportToTheNext) {
       nlohmann::json::parse(bench_.Run({"pool", "--pool", bench_.Pool(), "--json"}).out)["stills"];
   EXPECT_EQ(players[0]["players"], nlohmann::json::array());
   EXPECT_EQ(players[1]["players"], nlohmann::json({2}));
+}
+
+TEST_F(ExportInputTest, WritesControlCharactersOut) {
+  const std::string name = "two\nlines \x1B[31m\u0085 \u00A0\u00E9";
+  const char* const printable = "two\\nlines \\x1B[31m\\x85 \u00A0\u00E9";
+  const std::vector<std::string> words = {Picture(), "--name", name, "--mode", "ntsc"};
+  EXPECT_THAT(bench_.Export(words).out, HasSubstr(printable));
+  EXPECT_THAT(bench_.Export(words).out, HasSubstr(std::string("replaced      \"") + printable));
+  EXPECT_THAT(bench_.Run({"pool", "--pool", bench_.Pool()}).out, HasSubstr(printable));
+  EXPECT_THAT(bench_.Export({name + ".png"}).err, HasSubstr(printable));
+  const CommandResult json = bench_.Run({"pool", "--pool", bench_.Pool(), "--json"});
+  EXPECT_EQ(nlohmann::json::parse(json.out)["stills"][0]["name"], name);
+}
+
+TEST_F(ExportInputTest, WarnsOfAStillWithoutAName) {
+  const std::string hidden = bench_.Write(".hidden.ppm", test::PnmFile('6', 1, 1, {1, 2, 3}));
+  const CommandResult result = bench_.Export({hidden, "--mode", "ntsc"});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_THAT(result.err, HasSubstr("begins with a dot; give one with --name"));
+  EXPECT_THAT(bench_.Export({Picture(), "--name", ""}).err, HasSubstr("gets no name"));
+  EXPECT_EQ(bench_.Export({Picture()}).err, "");
+}
+
+TEST_F(ExportInputTest, CallsVideoModesByTheirNames) {
+  std::set<std::string> names;
+  for (const VideoModeInfo& mode : VideoModes()) {
+    const std::string name(NameOfVideoMode(mode.code));
+    SCOPED_TRACE(name);
+    names.insert(name);
+    const std::uint32_t lines = mode.height == 486 ? 525u : mode.height == 576 ? 625u : mode.height;
+    const std::size_t scan = name.find_first_of("ip");
+    EXPECT_EQ(name.substr(0, scan), std::to_string(lines));
+    const double rate = std::stod(name.substr(scan + 1));
+    EXPECT_EQ(mode.frameRateFamily == 30, rate == 59.94 || rate == 29.97);
+    EXPECT_EQ(mode.aspectNumerator == 4, name.ends_with(" 4:3"));
+  }
+  EXPECT_EQ(names.size(), VideoModes().size());
+  EXPECT_EQ(NameOfVideoMode(0), "unknown");
+
+  const std::vector<std::string> words = {Picture(), "--mode", "10i9"};
+  EXPECT_THAT(bench_.Export(words).out, HasSubstr("10i9 (1080i59.94), 1920 x 1080"));
+  EXPECT_EQ(nlohmann::json::parse(bench_.Export({Picture(), "--json"}).out)["modeName"],
+            "1080i59.94");
+  EXPECT_THAT(bench_.Run({"pool", "--pool", bench_.Pool()}).out,
+              HasSubstr("video mode 10i9 (1080i59.94), 20 slots"));
+  EXPECT_THAT(bench_.Run({"export", "--help"}).out, HasSubstr("10i9  1080i59.94"));
 }
 
 TEST_F(ExportInputTest, CutsLongNamesAndSaysSo) {

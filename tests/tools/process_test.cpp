@@ -65,6 +65,16 @@ TEST_F(ProcessTest, TellsFileNamesThatAreNoTextAsJson) {
   EXPECT_THAT(test::ReadText(bench_.Path("output")), HasSubstr("\"what\": \"\uFFFD.png\""));
 }
 
+TEST_F(ProcessTest, HelpsWithFilesThatLookLikeOptions) {
+  const std::filesystem::path former = std::filesystem::current_path();
+  std::filesystem::current_path(bench_.Path(""));
+  bench_.Write("-one.ppm", test::PnmFile('6', 1, 1, {1, 2, 3}));
+  ChildProcess process({"export", "-one.ppm"}, "", "", bench_.Path("errors"));
+  EXPECT_EQ(process.Wait().exitCode, 2);
+  EXPECT_THAT(Errors(), HasSubstr("what to do: for the file give ./-one.ppm"));
+  std::filesystem::current_path(former);
+}
+
 TEST_F(ProcessTest, ClosesInOrderOnCtrlC) {
   const std::string scenario = bench_.Write(
       "slow.json", R"({"mode": "ntsc", "connectDelay": 600000, "uploadTime": 600000})");

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -38,6 +39,11 @@ std::u16string CutName(std::u16string name, std::vector<std::string>& warnings) 
 
 std::u16string StillName(const ExportOptions& options, std::vector<std::string>& warnings) {
   const std::string name = options.name ? *options.name : ProposedName(options.picture);
+  if (name.empty()) {
+    warnings.push_back(options.name ? "the still gets no name"
+                                    : "the still gets no name, since the file's begins with a dot; "
+                                      "give one with --name");
+  }
   return CutName(CheckedText("--name", name), warnings);
 }
 
@@ -104,6 +110,14 @@ void CheckDepth(const std::optional<int>& depth) {
                    "give --depth 8 or --depth 16");
 }
 
+void CheckStandardInput(const ExportOptions& options) {
+  const auto uses = std::ranges::count(options.alphaChannels, kStandardInput) +
+                    (options.picture == kStandardInput ? 1 : 0);
+  if (uses <= 1) return;
+  throw UsageError(kStandardInput, "standard input can be read once",
+                   "give one picture there, and the others as files");
+}
+
 }  // namespace
 
 std::string ProposedName(const std::string& picture) {
@@ -115,6 +129,8 @@ std::string ProposedName(const std::string& picture) {
 }
 
 ExportPlan PlanExport(const ExportOptions& options) {
+  CheckPoolName(options.pool);
+  CheckStandardInput(options);
   ExportPlan plan;
   plan.orders.slot = CheckedSlot(options.slot);
   plan.orders.mediaPlayer = CheckedPlayer(options.player);

@@ -6,6 +6,8 @@
 
 #include "simulator/code_text.h"
 #include "simulator/unicode.h"
+#include "tools/printable_text.h"
+#include "tools/video_mode_name.h"
 
 namespace mixdecks {
 namespace {
@@ -52,22 +54,23 @@ std::string Line(std::string_view label, std::string_view text) {
 std::string TextOf(const ExportReport& report) {
   const PictureFacts& picture = report.picture;
   const simulator::Still& still = report.still;
-  std::string text = fmt::format("Exported \"{}\" to slot {} of {}\n", report.name, report.slot,
-                                 simulator::PathText(report.pool));
-  if (report.replaced) text += Line("replaced", fmt::format("\"{}\"", *report.replaced));
-  text += Line("picture", fmt::format("{}, {}, {} x {}, {} bits per channel", picture.path,
-                                      PictureFormatName(picture.format), picture.width,
-                                      picture.height, picture.depth));
-  text += Line("video mode",
-               fmt::format("{}, {} x {}, {}", simulator::CodeText(still.mode), still.width,
-                           still.height, ColourSpaceName(report.colourSpace)));
+  std::string text = fmt::format("Exported \"{}\" to slot {} of {}\n", PrintableText(report.name),
+                                 report.slot, PrintableText(simulator::PathText(report.pool)));
+  if (report.replaced)
+    text += Line("replaced", fmt::format("\"{}\"", PrintableText(*report.replaced)));
+  text +=
+      Line("picture", fmt::format("{}, {}, {} x {}, {} bits per channel",
+                                  PrintableText(picture.path), PictureFormatName(picture.format),
+                                  picture.width, picture.height, picture.depth));
+  text += Line("video mode", fmt::format("{}, {} x {}, {}", VideoModeText(still.mode), still.width,
+                                         still.height, ColourSpaceName(report.colourSpace)));
   text += Line("fit", FitText(report));
   text += Line("alpha", AlphaText(report));
   text += Line("media player", PlayerText(report));
   text += Line("times", TimesText(report));
   std::string_view label = "files";
   for (const auto& file : report.files) {
-    text += Line(label, simulator::PathText(file));
+    text += Line(label, PrintableText(simulator::PathText(file)));
     label = "";
   }
   return text;
@@ -86,6 +89,7 @@ nlohmann::ordered_json JsonOf(const ExportReport& report) {
   if (report.player) json["player"] = *report.player;
   json["shown"] = report.shown;
   json["mode"] = simulator::CodeText(report.still.mode);
+  json["modeName"] = NameOfVideoMode(report.still.mode);
   json["width"] = report.still.width;
   json["height"] = report.still.height;
   json["colourSpace"] = ColourSpaceName(report.colourSpace);
