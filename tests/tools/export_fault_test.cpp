@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "simulator/pool.h"
+#include "simulator/scenario.h"
 #include "simulator/unicode.h"
 #include "tests/tools/command_bench.h"
 #include "tools/path_text.h"
@@ -180,6 +181,29 @@ TEST(ExportFaults, TellsWhyThePoolCannotKeepTheStill) {
   EXPECT_THAT(error["remedy"].get<std::string>(),
               HasSubstr("free some space or choose another --pool"));
   switcher.Bench().ExpectWholePool();
+}
+
+/// The scenarios that a document shows, in order.
+std::vector<std::string> ScenariosIn(const std::string& document) {
+  constexpr std::string_view kFence = "```json\n";
+  std::vector<std::string> scenarios;
+  for (std::size_t at = document.find(kFence); at != std::string::npos;
+       at = document.find(kFence, at)) {
+    at += kFence.size();
+    scenarios.push_back(document.substr(at, document.find("```", at) - at));
+  }
+  return scenarios;
+}
+
+TEST(ExportFaults, PlaysTheScenariosOfTheDocument) {
+  const std::vector<std::string> scenarios =
+      ScenariosIn(test::ReadText(MIXDECKS_SOURCE_DIR "/docs/simulator.md"));
+  ASSERT_GE(scenarios.size(), 3u);
+  const FaultySwitcher first(scenarios[0]);
+  EXPECT_EQ(first.ExportWithFault({}).exitCode, 0);
+  EXPECT_THAT(first.ExportWithFault({"--slot", "3"}).err, HasSubstr("it disconnected while"));
+  for (const std::string& scenario : scenarios)
+    EXPECT_NO_THROW(simulator::ParseScenario(scenario, "document")) << scenario;
 }
 
 /// A point at which the switcher goes away, and whether the still can be in the pool by then.
