@@ -280,6 +280,10 @@ TEST_F(PluginCommandTest, RefusesFilesThatAreNotTheLibrary) {
 TEST_F(PluginCommandTest, RefusesOptionsThatDoNotGoTogether) {
   EXPECT_THAT(bench_.Export({picture_, "--press-export"}).err, HasSubstr("need a library"));
   EXPECT_THAT(bench_.Export({"--about"}).err, HasSubstr("need a library"));
+  const CommandResult screenshot =
+      bench_.Export({picture_, "--screenshot", bench_.Path("dialog.png")});
+  EXPECT_EQ(screenshot.exitCode, 2);
+  EXPECT_THAT(screenshot.err, HasSubstr("--press-export, too"));
   const CommandResult mode = Press({"--mode", "10i9"});
   EXPECT_EQ(mode.exitCode, 2);
   EXPECT_THAT(mode.err, HasSubstr("--scenario"));

@@ -58,6 +58,10 @@ std::function<void(HWND)> ScreenshotTaker(const ExportOptions& options, const Wa
 }
 
 void CheckPluginOptions(const ExportOptions& options) {
+  if (options.screenshot && !options.pressExport) {
+    throw UsageError("--screenshot", "the dialog is pictured when it is filled in",
+                     "give --plugin Mixdecks.8bp and --press-export, too");
+  }
   if (!options.mode) return;
   throw UsageError("--mode", "the registered switcher decides about its video mode",
                    "for the simulator give --scenario FILE with \"mode\" in it");
@@ -123,7 +127,7 @@ std::optional<ExportReport> RunPluginExport(const ExportOptions& options, const 
   if (options.picture.empty()) {
     throw UsageError("mixdecks export", "IMAGE is required", "see mixdecks export --help");
   }
-  if (!options.plugin && !options.pressExport) return std::nullopt;
+  if (!options.plugin && !options.pressExport && !options.screenshot) return std::nullopt;
   const Clock::time_point begun = Clock::now();
   CheckPluginOptions(options);
   ExportPlan plan = PlanExport(options);
