@@ -428,7 +428,7 @@ TEST_P(EveryWindow, EndsWithTheLastValueItIsGiven) {
   const std::intptr_t value = GetParam().runModal(
       [&](WindowOperations& dialog, std::uint32_t message, std::uintptr_t first, std::intptr_t) {
         if (message == kWmInitDialog) {
-          for (const std::uintptr_t each : {1, 2, 3})
+          for (const std::uintptr_t each : {1U, 2U, 3U})
             dialog.Post(kWmApp, each, 0);
         }
         if (message == kWmApp) handled.push_back(first);
