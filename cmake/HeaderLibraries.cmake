@@ -18,4 +18,6 @@ mixdecks_header_library(headers::json nlohmann)
 mixdecks_header_library(headers::cli CLI)
 mixdecks_header_library(headers::stb stb)
 mixdecks_header_library(headers::fmt fmt)
-target_compile_definitions(headers::fmt INTERFACE FMT_HEADER_ONLY)
+
+add_library(mixdecks_fmt STATIC "${CMAKE_CURRENT_LIST_DIR}/fmt_functions.cpp")
+target_link_libraries(mixdecks_fmt PUBLIC headers::fmt PRIVATE mixdecks_options)
