@@ -117,7 +117,7 @@ TEST(ChannelReaderLayout, CallsPositions0And1And2And9) {
         return 0;
       });
   put(
-      2, +[](void* port, std::int32_t level, std::int32_t* bounds) -> std::int32_t {
+      2, +[](void* port, std::int32_t level, HostRect32* bounds) -> std::int32_t {
         called.push_back(port == &portTag && level == 0 ? 2 : -2);
         const std::int32_t topLeftBottomRight[4] = {0, 0, 1, 2};
         std::memcpy(bounds, topLeftBottomRight, sizeof(topLeftBottomRight));
@@ -125,17 +125,20 @@ TEST(ChannelReaderLayout, CallsPositions0And1And2And9) {
       });
   put(
       9,
-      +[](void* port, std::int32_t level, const std::int32_t* bounds,
-          const std::byte* pixels) -> std::int32_t {
-        called.push_back(port == &portTag && level == 0 && bounds[3] == 2 ? 9 : -2);
+      +[](void* port, std::int32_t level, HostRect32* bounds,
+          PixelDescription* pixels) -> std::int32_t {
+        const auto* const record = reinterpret_cast<const std::byte*>(pixels);
+        std::int32_t edges[4];
+        std::memcpy(edges, bounds, sizeof(edges));
+        called.push_back(port == &portTag && level == 0 && edges[3] == 2 ? 9 : -2);
         std::int32_t numbers[4];
-        std::memcpy(numbers, pixels + 8, sizeof(numbers));
+        std::memcpy(numbers, record + 8, sizeof(numbers));
         EXPECT_EQ(numbers[0], 16);  // bits of a row
         EXPECT_EQ(numbers[1], 8);   // bits from sample to sample
         EXPECT_EQ(numbers[2], 0);   // bits before the first
         EXPECT_EQ(numbers[3], 8);   // bits of a sample
         void* data = nullptr;
-        std::memcpy(&data, pixels, sizeof(data));
+        std::memcpy(&data, record, sizeof(data));
         std::memcpy(data, "\x11\x22", 2);
         return 0;
       });
