@@ -20,7 +20,7 @@
 namespace mixdecks {
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kExportExamples =
     "Examples:\n"
     "  mixdecks export lower-third.png                    into slot 1 of mixdecks-pool\n"
     "  mixdecks export title.psd --slot 3 --player 1      and onto media player 1\n"
@@ -120,7 +120,7 @@ void Run(const ExportOptions& options, const Console& console) {
 void AddExportCommand(CLI::App& app, const Console& console) {
   const auto options = std::make_shared<ExportOptions>();
   CLI::App& command = *app.add_subcommand("export", "Export a picture to a slot of a media pool");
-  command.footer(kExamples + ("\n" + ModeTable()) + "\n" + kExitCodes);
+  command.footer(kExportExamples + ("\n" + ModeTable()) + "\n" + kExitCodes);
   AddDocumentOptions(command, *options);
   AddDialogOptions(command, *options);
   AddSwitcherOptions(command, *options);

@@ -22,7 +22,7 @@ namespace {
 using simulator::PoolContents;
 using simulator::Still;
 
-constexpr const char* kExamples =
+constexpr const char* kPoolExamples =
     "Examples:\n"
     "  mixdecks pool\n"
     "  mixdecks pool --pool studio-1 --json";
@@ -112,7 +112,7 @@ void Run(const PoolOptions& options, const Console& console) {
 void AddPoolCommand(CLI::App& app, const Console& console) {
   const auto options = std::make_shared<PoolOptions>();
   CLI::App& command = *app.add_subcommand("pool", "List the stills of a media pool");
-  command.footer(kExamples);
+  command.footer(kPoolExamples);
   command
       .add_option("--pool", options->pool,
                   "Folder of the media pool (default: " + options->pool + ")")
