@@ -19,5 +19,6 @@ mixdecks_header_library(headers::cli CLI)
 mixdecks_header_library(headers::stb stb)
 mixdecks_header_library(headers::fmt fmt)
 
+# The exception: its functions are compiled, once for all. Link this, not its headers alone.
 add_library(mixdecks_fmt STATIC "${CMAKE_CURRENT_LIST_DIR}/fmt_functions.cpp")
 target_link_libraries(mixdecks_fmt PUBLIC headers::fmt PRIVATE mixdecks_options)
